@@ -1,0 +1,67 @@
+# Warnings and sanitizers for every target of ours, and the helpers that add a room or a test.
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_C_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+endif()
+
+add_library(vantoro_options INTERFACE)
+target_compile_options(vantoro_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+    -Wno-missing-field-initializers
+    $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-statement-expression>
+    $<$<BOOL:${VANTORO_WERROR}>:-Werror>)
+target_compile_definitions(vantoro_options INTERFACE
+    _FILE_OFFSET_BITS=64 $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS> VANTORO_VERSION="${PROJECT_VERSION}")
+find_package(Threads REQUIRED)
+target_link_libraries(vantoro_options INTERFACE Threads::Threads)
+if(VANTORO_SANITIZE)
+    add_compile_options(-fsanitize=${VANTORO_SANITIZE} -fno-omit-frame-pointer -g)
+    if(VANTORO_SANITIZE MATCHES undefined)
+        add_compile_options(-fno-sanitize-recover=undefined)
+    endif()
+    add_link_options(-fsanitize=${VANTORO_SANITIZE})
+endif()
+
+# vantoro_room(NAME DIR folder SOURCES ... [HEADERS ...] [LINK ...] [PRIVATE_LINK ...])
+# A room is a static library. It sees its own headers and those of the rooms that it links, and no others: each room has
+# an include folder of its own in the build tree that holds a link to its headers, so that a wrong include does not build.
+# HEADERS: only these of the folder are to be seen from outside (for a folder that holds other rooms).
+function(vantoro_room name)
+    cmake_parse_arguments(ROOM "" "DIR" "SOURCES;HEADERS;LINK;PRIVATE_LINK" ${ARGN})
+    add_library(${name} STATIC ${ROOM_SOURCES})
+    set(include_dir ${CMAKE_BINARY_DIR}/rooms/${name})
+    if(ROOM_HEADERS)
+        file(MAKE_DIRECTORY ${include_dir}/${ROOM_DIR})
+        foreach(header ${ROOM_HEADERS})
+            file(CREATE_LINK ${CMAKE_SOURCE_DIR}/${ROOM_DIR}/${header} ${include_dir}/${ROOM_DIR}/${header} SYMBOLIC)
+        endforeach()
+    else()
+        get_filename_component(parent ${ROOM_DIR} DIRECTORY)
+        file(MAKE_DIRECTORY ${include_dir}/${parent})
+        file(CREATE_LINK ${CMAKE_SOURCE_DIR}/${ROOM_DIR} ${include_dir}/${ROOM_DIR} SYMBOLIC)
+    endif()
+    target_include_directories(${name} PUBLIC ${include_dir})
+    target_link_libraries(${name} PUBLIC ${ROOM_LINK} PRIVATE vantoro_options ${ROOM_PRIVATE_LINK})
+endfunction()
+
+# vantoro_test(NAME SOURCES ... LINK ... [LABELS ...]): a GoogleTest program run by CTest, case by case.
+function(vantoro_test name)
+    cmake_parse_arguments(TEST "" "" "SOURCES;LINK;LABELS" ${ARGN})
+    add_executable(${name} ${TEST_SOURCES})
+    target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR})
+    target_link_libraries(${name} PRIVATE vantoro_options ${TEST_LINK} GTest::gtest_main GTest::gmock)
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES LABELS "${TEST_LABELS}" TIMEOUT 600)
+endfunction()
+
+# vantoro_qtest(NAME SOURCES ... LINK ...): a Qt Test program, run on the offscreen platform.
+function(vantoro_qtest name)
+    cmake_parse_arguments(TEST "" "" "SOURCES;LINK;LABELS" ${ARGN})
+    add_executable(${name} ${TEST_SOURCES})
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR})
+    target_link_libraries(${name} PRIVATE vantoro_options ${TEST_LINK} Qt6::Test)
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES LABELS "${TEST_LABELS}" TIMEOUT 600 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "engine/io/stream.h"
+
+#include <vector>
+
+namespace vantoro {
+
+/// Room for a decoder's output: the part of the caller's buffer that is still free.
+class SpanWriter {
+public:
+    explicit SpanWriter(Bytes into) : m_into(into) {}
+    std::size_t room() const { return m_into.size() - m_used; }
+    std::size_t used() const { return m_used; }
+    void put(std::byte value) { m_into[m_used++] = value; }
+    void put(ConstBytes block)
+    {
+        std::memcpy(m_into.data() + m_used, block.data(), block.size());
+        m_used += block.size();
+    }
+    /// The free part, to be filled from its front; advance() says how far.
+    Bytes free() { return m_into.subspan(m_used); }
+    void advance(std::size_t count) { m_used += count; }
+
+private:
+    Bytes m_into;
+    std::size_t m_used = 0;
+};
+
+/// Base of the stream decoders: hands out what was decoded before a fault and the fault on the next call, so that
+/// damaged files are salvaged.
+class Decoder : public ByteStream {
+public:
+    Result<std::size_t> read(Bytes into) final;
+
+protected:
+    /// Fills the writer as far as it can; leaving it without a byte means the end.
+    virtual Result<void> decode(SpanWriter& out) = 0;
+
+private:
+    Result<void> m_state; // a fault kept for the next call
+};
+
+/// Byte-wise input for decoders over a stream.
+class BufferedInput {
+public:
+    explicit BufferedInput(StreamPtr stream, std::size_t bufferSize = 64 << 10)
+        : m_stream(std::move(stream)), m_buffer(bufferSize)
+    {
+    }
+    /// The next byte; Truncated at the end.
+    Result<std::byte> next()
+    {
+        if (m_position == m_end) [[unlikely]]
+            TRY(refill());
+        if (m_position == m_end)
+            return Error{ErrorCode::Truncated, "compressed data end too early"};
+        return m_buffer[m_position++];
+    }
+    /// What is buffered, refilled when empty; empty only at the end.
+    Result<ConstBytes> peek()
+    {
+        if (m_position == m_end)
+            TRY(refill());
+        return ConstBytes(m_buffer).subspan(m_position, m_end - m_position);
+    }
+    void consume(std::size_t count) { m_position += count; }
+
+private:
+    Result<void> refill();
+    StreamPtr m_stream;
+    std::vector<std::byte> m_buffer;
+    std::size_t m_position = 0, m_end = 0;
+};
+
+}

@@ -1,0 +1,41 @@
+#include "engine/formats/archive.h"
+
+#include "engine/crypto/crc32.h"
+
+#include <algorithm>
+
+namespace vantoro {
+
+namespace {
+    constexpr std::size_t kBlock = 256 << 10;
+}
+
+Result<void> LaneReceiver::hole(std::uint64_t length)
+{
+    const auto zeros = room(kBlock);
+    std::fill(zeros.begin(), zeros.end(), std::byte{0});
+    while (length > 0) {
+        const auto part = static_cast<std::size_t>(std::min<std::uint64_t>(length, zeros.size()));
+        TRY(data(zeros.first(part)));
+        length -= part;
+    }
+    return {};
+}
+
+Result<void> LaneReceiver::copy(const ByteSource& source, std::uint64_t position, std::uint64_t length,
+                                std::uint32_t* crc)
+{
+    while (length > 0) {
+        const auto into = room(kBlock);
+        const auto wanted = into.first(static_cast<std::size_t>(std::min<std::uint64_t>(length, into.size())));
+        TRY(source.readExactly(position, wanted));
+        if (crc)
+            *crc = crc32(*crc, wanted);
+        TRY(data(wanted));
+        position += wanted.size();
+        length -= wanted.size();
+    }
+    return {};
+}
+
+}
