@@ -34,10 +34,10 @@ constexpr auto kCandidates = std::to_array<Candidate>({
     {20, Family::Japanese, 0.0F},  {25, Family::Chinese, 0.0F},    {30, Family::Korean, 0.0F},
     {27, Family::Chinese, -0.03F}, {21, Family::Japanese, -0.02F}, {35, Family::Cyrillic, 0.0F},
     {36, Family::Cyrillic, 0.0F},  {37, Family::Cyrillic, -0.01F}, {12, Family::Latin, 0.0F},
-    {13, Family::Latin, -0.01F},   {14, Family::Latin, -0.02F},    {45, Family::Latin, -0.06F},
-    {46, Family::Latin, -0.06F},   {15, Family::Latin, -0.06F},    {50, Family::Greek, -0.02F},
+    {13, Family::Latin, -0.01F},   {14, Family::Latin, -0.02F},    {45, Family::Latin, -0.14F},
+    {46, Family::Latin, -0.14F},   {15, Family::Latin, -0.14F},    {50, Family::Greek, -0.02F},
     {52, Family::Greek, -0.02F},   {60, Family::Hebrew, -0.02F},   {62, Family::Hebrew, -0.02F},
-    {65, Family::Arabic, -0.03F},  {55, Family::Latin, -0.05F},    {57, Family::Latin, -0.07F},
+    {65, Family::Arabic, -0.03F},  {55, Family::Latin, -0.13F},    {57, Family::Latin, -0.15F},
     {80, Family::Thai, -0.03F},
 });
 
@@ -67,7 +67,7 @@ float latinFrequency(UChar32 letter)
     const auto small = static_cast<char32_t>(u_tolower(letter));
     if (kOften.find(small) != std::u32string_view::npos)
         return 1.0F;
-    return u_isalpha(letter) ? 0.75F : -0.8F;
+    return u_isalpha(letter) ? 0.55F : -0.8F;
 }
 
 /// Han characters of the first level are the common ones; the encoded form tells which those are.
