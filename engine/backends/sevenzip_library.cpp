@@ -1,0 +1,110 @@
+#include "engine/backends/sevenzip_library.h"
+
+#include <array>
+#include <cerrno>
+#include <clocale>
+#include <cstdlib>
+#include <ctime>
+
+#include <dlfcn.h>
+#include <langinfo.h>
+
+namespace vantoro {
+
+namespace sevenzip {
+
+namespace {
+
+// p7zip-full of Debian 12, 7zip of Debian 13 and Ubuntu 24.04, Fedora, Arch, an installation by hand.
+constexpr std::array<const char*, 8> kCandidates{
+    "/usr/lib/p7zip/7z.so",     "/usr/lib/7zip/7z.so",       "/usr/lib64/7zip/7z.so",      "/usr/libexec/7zip/7z.so",
+    "/usr/libexec/p7zip/7z.so", "/usr/local/lib/7zip/7z.so", "/usr/local/lib/p7zip/7z.so", "/opt/7zip/7z.so",
+};
+
+using ModuleProperty = HResult (*)(std::uint32_t id, Variant* value);
+constexpr std::uint32_t kInterfaceType = 0; // 0: no virtual destructor in the tables
+constexpr std::uint32_t kVersion = 1;
+
+/// A constructor of the library looks at LC_CTYPE once, while it is loaded, and decides whether 8-bit names can
+/// be told apart from Unicode. Loading is the only moment at which we touch the locale; it is put back.
+class Utf8Locale {
+public:
+    Utf8Locale()
+    {
+        if (const char* current = std::setlocale(LC_CTYPE, nullptr))
+            m_before = current;
+        for (const char* name : {"C.UTF-8", "C.utf8", "en_US.UTF-8"}) {
+            if (std::setlocale(LC_CTYPE, name))
+                break;
+        }
+    }
+    Utf8Locale(const Utf8Locale&) = delete;
+    Utf8Locale& operator=(const Utf8Locale&) = delete;
+    ~Utf8Locale()
+    {
+        if (!m_before.empty())
+            std::setlocale(LC_CTYPE, m_before.c_str());
+    }
+
+private:
+    std::string m_before; // empty: nothing was changed
+};
+
+template <class Function> Function symbol(void* handle, const char* name)
+{
+    return reinterpret_cast<Function>(::dlsym(handle, name));
+}
+
+Result<Library> findLibrary()
+{
+    if (const char* chosen = std::getenv("VANTORO_7Z_LIBRARY"); chosen && *chosen)
+        return loadLibrary(chosen);
+    Error reason{ErrorCode::UnsupportedFeature, "7-Zip: the plug-in library 7z.so is not installed"};
+    for (const char* path : kCandidates) {
+        auto found = loadLibrary(path);
+        if (found)
+            return found;
+        if (found.error().osError == 0)
+            reason = found.error(); // it is there, but cannot be used
+    }
+    return reason;
+}
+
+}
+
+Result<Library> loadLibrary(const std::string& path)
+{
+    const Utf8Locale locale;
+    ::tzset(); // the library turns local times into UTC: the zone's file must have been read before a sandbox
+    void* handle = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!handle)
+        return Error{ErrorCode::UnsupportedFeature, "7-Zip: the plug-in library cannot be loaded", ENOENT};
+    const auto moduleProperty = symbol<ModuleProperty>(handle, "GetModuleProp");
+    Library library{symbol<CreateObject>(handle, "CreateObject")};
+    if (!library.createObject)
+        return Error{ErrorCode::UnsupportedFeature, "7-Zip: the file is not its plug-in library"};
+    Variant type, version;
+    if (!moduleProperty || moduleProperty(kInterfaceType, &type) != kOk || type.number(1) != 0)
+        return Error{ErrorCode::UnsupportedFeature, "7-Zip: the plug-in library is older than 23.01"};
+    if (moduleProperty(kVersion, &version) == kOk)
+        library.version = static_cast<std::uint32_t>(version.number());
+    return library;
+}
+
+Result<Library> library()
+{
+    static const Result<Library> loaded = findLibrary();
+    return loaded;
+}
+
+}
+
+Result<void> preloadSevenZip()
+{
+    const auto loaded = sevenzip::library();
+    if (!loaded)
+        return loaded.error();
+    return {};
+}
+
+}
