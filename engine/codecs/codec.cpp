@@ -1,6 +1,12 @@
 #include "engine/codecs/codec.h"
 
+#include <algorithm>
+
 namespace vantoro {
+
+namespace {
+constexpr std::size_t kMostAtOnce = 512 << 10;
+}
 
 Result<std::size_t> Decoder::read(Bytes into)
 {
@@ -8,8 +14,10 @@ Result<std::size_t> Decoder::read(Bytes into)
         return m_state.error();
     if (into.empty())
         return std::size_t{0};
-    SpanWriter out(into);
-    m_state = decode(out);
+    TRY(m_cancel.check());
+    SpanWriter out(into.first(std::min(into.size(), kMostAtOnce)));
+    m_state = guarded([&] { return decode(out); });
+    m_position += out.used();
     if (!m_state && out.used() == 0)
         return m_state.error();
     return out.used();
@@ -17,9 +25,9 @@ Result<std::size_t> Decoder::read(Bytes into)
 
 Result<void> BufferedInput::refill()
 {
-    m_position = 0;
-    m_end = 0;
-    m_end = TRY(m_stream->read(m_buffer));
+    m_position = kUnreadRoom;
+    m_end = kUnreadRoom;
+    m_end += TRY(m_stream->read(Bytes(m_buffer).subspan(kUnreadRoom)));
     return {};
 }
 

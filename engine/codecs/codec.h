@@ -1,10 +1,18 @@
 #pragma once
 
+#include "engine/io/cancel.h"
 #include "engine/io/stream.h"
 
 #include <vector>
 
 namespace vantoro {
+
+/// What every decoder may be told.
+struct CodecParams {
+    unsigned threads = 1; ///< decoders that may run at once
+    Limits limits;
+    CancelToken cancel;
+};
 
 /// Room for a decoder's output: the part of the caller's buffer that is still free.
 class SpanWriter {
@@ -31,21 +39,34 @@ private:
 /// damaged files are salvaged.
 class Decoder : public ByteStream {
 public:
+    Decoder() = default;
+    explicit Decoder(CancelToken cancel) : m_cancel(std::move(cancel)) {}
     Result<std::size_t> read(Bytes into) final;
+    std::uint64_t verifiedBytes() const override { return m_verified; }
 
 protected:
-    /// Fills the writer as far as it can; leaving it without a byte means the end.
+    /// Fills the writer as far as it can; leaving it without a byte means the end. The writer has room for 512 KiB at
+    /// most, so that the stop flag is asked often enough between the calls.
     virtual Result<void> decode(SpanWriter& out) = 0;
+    /// A check over everything decoded up to here held.
+    void markVerified(const SpanWriter& out) { m_verified = m_position + out.used(); }
+    /// Bytes handed out before the current decode().
+    std::uint64_t position() const { return m_position; }
+    const CancelToken& cancelToken() const { return m_cancel; }
 
 private:
     Result<void> m_state; // a fault kept for the next call
+    CancelToken m_cancel;
+    std::uint64_t m_position = 0;
+    std::uint64_t m_verified = 0;
 };
 
 /// Byte-wise input for decoders over a stream.
 class BufferedInput {
 public:
     explicit BufferedInput(StreamPtr stream, std::size_t bufferSize = 64 << 10)
-        : m_stream(std::move(stream)), m_buffer(bufferSize)
+        : m_stream(std::move(stream))
+        , m_buffer(kUnreadRoom + bufferSize)
     {
     }
     /// The next byte; Truncated at the end.
@@ -65,12 +86,19 @@ public:
         return ConstBytes(m_buffer).subspan(m_position, m_end - m_position);
     }
     void consume(std::size_t count) { m_position += count; }
+    /// Puts back bytes that were consumed last, 16 at most: what a decoder's bit buffer read ahead.
+    void unread(ConstBytes bytes)
+    {
+        m_position -= bytes.size();
+        std::memcpy(m_buffer.data() + m_position, bytes.data(), bytes.size());
+    }
 
 private:
+    static constexpr std::size_t kUnreadRoom = 16; // in front of the buffered bytes
     Result<void> refill();
     StreamPtr m_stream;
     std::vector<std::byte> m_buffer;
-    std::size_t m_position = 0, m_end = 0;
+    std::size_t m_position = kUnreadRoom, m_end = kUnreadRoom;
 };
 
 }

@@ -150,6 +150,9 @@ struct ArchiveInfo {
     /// What is wrong with the archive as a whole although entries can be read, e.g. a damaged directory that was
     /// rebuilt. Reported as the archive's own damage: status 1.
     std::optional<Error> damage;
+    /// Set by read() together with `damage` when a check over many entries failed, as the checksum of the gz around a
+    /// tar: the entries from this index on cannot be trusted, also those whose end() reported them whole.
+    std::optional<std::uint64_t> firstDoubtfulEntry;
 };
 
 /// An opened archive. Readers see no path and no folder: they know sources, callbacks and plain values, so that a

@@ -69,6 +69,8 @@ const char* describe(ErrorCode code)
         return "the file cannot be read";
     case ErrorCode::UnsupportedKindOfArchive:
         return "archives of this kind cannot be created";
+    case ErrorCode::TrailingData:
+        return "something unknown follows the end of the compressed data";
     }
     return "an unknown error occurred";
 }

@@ -46,6 +46,7 @@ enum class ErrorCode : std::uint8_t {
     // What write/ adds.
     SourceUnreadable, ///< a file to be archived cannot be read
     UnsupportedKindOfArchive, ///< no writer for that kind
+    TrailingData, ///< everything came out as stored, but something unknown follows the end of the compressed data
 };
 
 /// Why an engine call failed. Trivially copyable, so that failing costs no allocation.

@@ -18,6 +18,9 @@ public:
     virtual Result<std::size_t> read(Bytes into) = 0;
     /// Passes over up to `count` bytes; fewer only at the end. Seekable streams do it without reading.
     virtual Result<std::uint64_t> skip(std::uint64_t count);
+    /// How many of the bytes from the start a stored checksum (or a structure that leaves no doubt) has confirmed by
+    /// now. When a later check fails, what lies behind this mark may be wrong although it was handed out.
+    virtual std::uint64_t verifiedBytes() const { return 0; }
 };
 using StreamPtr = std::unique_ptr<ByteStream>; // owned by whoever reads next: streams compose by owning their input
 /// Opens the same stream again from its start, for a second pass.
