@@ -12,6 +12,7 @@ struct OpenOptions {
     PasswordProvider* passwords = nullptr; ///< outlives the archive; null: encrypted archives fail with PasswordNeeded
     CancelToken cancel;
     Limits limits;
+    std::string* missingVolume = nullptr; ///< where to put the bare name of an absent volume; may be null
 };
 
 /// An archive opened from the file system, with the paths of its volumes.
@@ -30,7 +31,7 @@ public:
 };
 
 /// Opens the archive at `path`, any volume of a set. Sniffs the content; the extension only chooses between equals.
-/// NotAnArchive when no reader knows it, MissingVolume (volume named by missingVolumeOf()) when a part that is
+/// NotAnArchive when no reader knows it, MissingVolume (named through OpenOptions::missingVolume) when a part that is
 /// needed to open the set is absent.
 Result<std::unique_ptr<OpenedArchive>> openArchive(const std::string& path, const OpenOptions& options = {});
 
