@@ -8,175 +8,175 @@ namespace vantoro::cli {
 
 namespace {
 
-    using namespace std::string_view_literals;
+using namespace std::string_view_literals;
 
-    struct CommandRow {
-        std::string_view name;
-        Command command;
-        std::string_view options; // those it knows, between blanks
-    };
-    constexpr std::string_view kPassword = " --password-file --password-fd ";
-    constexpr auto kCommands = std::to_array<CommandRow>({
-        {"list", Command::List, " --json --sha256 --password-file --password-fd --encoding "},
-        {"extract", Command::Extract,
-         " -o --folder --password-file --password-fd --encoding --only --keep-broken --quiet "},
-        {"test", Command::Test, kPassword},
-        {"formats", Command::Formats, " --json "},
-    });
+struct CommandRow {
+    std::string_view name;
+    Command command;
+    std::string_view options; // those it knows, between blanks
+};
+constexpr std::string_view kPassword = " --password-file --password-fd ";
+constexpr auto kCommands = std::to_array<CommandRow>({
+    {"list", Command::List, " --json --sha256 --password-file --password-fd --encoding "},
+    {"extract", Command::Extract,
+     " -o --folder --password-file --password-fd --encoding --only --keep-broken --quiet "},
+    {"test", Command::Test, kPassword},
+    {"formats", Command::Formats, " --json "},
+});
 
-    /// Walks the words and fills the arguments; the first mistake ends it.
-    class Parser {
-    public:
-        explicit Parser(const std::vector<std::string>& words) : m_words(words) {}
+/// Walks the words and fills the arguments; the first mistake ends it.
+class Parser {
+public:
+    explicit Parser(const std::vector<std::string>& words) : m_words(words) {}
 
-        Parsed run()
-        {
-            parse();
-            if (!m_mistake.empty())
-                return {std::nullopt, m_mistake};
-            return {m_arguments, {}};
+    Parsed run()
+    {
+        parse();
+        if (!m_mistake.empty())
+            return {std::nullopt, m_mistake};
+        return {m_arguments, {}};
+    }
+
+private:
+    void parse()
+    {
+        if (m_words.empty())
+            return fail("a command is needed");
+        const auto& first = m_words[0];
+        if (first == "--help" || first == "-h" || first == "help")
+            return;
+        if (first == "--version") {
+            m_arguments.command = Command::Version;
+            return;
         }
-
-    private:
-        void parse()
-        {
-            if (m_words.empty())
-                return fail("a command is needed");
-            const auto& first = m_words[0];
-            if (first == "--help" || first == "-h" || first == "help")
-                return;
-            if (first == "--version") {
-                m_arguments.command = Command::Version;
-                return;
-            }
-            for (const auto& row : kCommands) {
-                if (row.name == first)
-                    m_row = &row;
-            }
-            if (!m_row)
-                return fail("there is no command \"" + first + "\"");
-            m_arguments.command = m_row->command;
-            for (m_at = 1; m_at < m_words.size() && m_mistake.empty(); ++m_at)
-                parseWord(m_words[m_at]);
-            checkWhole();
+        for (const auto& row : kCommands) {
+            if (row.name == first)
+                m_row = &row;
         }
+        if (!m_row)
+            return fail("there is no command \"" + first + "\"");
+        m_arguments.command = m_row->command;
+        for (m_at = 1; m_at < m_words.size() && m_mistake.empty(); ++m_at)
+            parseWord(m_words[m_at]);
+        checkWhole();
+    }
 
-        void parseWord(const std::string& word)
-        {
-            if (m_onlyNames || word.size() < 2 || word[0] != '-') {
-                m_arguments.archives.push_back(word);
-                return;
-            }
-            if (word == "--") {
-                m_onlyNames = true;
-                return;
-            }
-            if (word == "--help" || word == "-h") {
-                m_arguments.helpFor = m_row->command;
-                m_arguments.command = Command::Help;
-                return;
-            }
-            const auto equals = word.starts_with("--") ? word.find('=') : std::string::npos;
-            m_value = equals == std::string::npos ? std::nullopt : std::optional(word.substr(equals + 1));
-            const auto name = word.substr(0, equals);
-            if (m_row->options.find(" " + name + " ") == std::string_view::npos)
-                return fail("\"" + std::string(m_row->name) + "\" has no option \"" + name + "\"");
-            parseOption(name);
+    void parseWord(const std::string& word)
+    {
+        if (m_onlyNames || word.size() < 2 || word[0] != '-') {
+            m_arguments.archives.push_back(word);
+            return;
         }
-
-        void parseOption(const std::string& name)
-        {
-            if (name == "--json")
-                m_arguments.json = true;
-            else if (name == "--sha256")
-                m_arguments.sha256 = true;
-            else if (name == "--keep-broken")
-                m_arguments.keepBroken = true;
-            else if (name == "--quiet")
-                m_arguments.quiet = true;
-            else
-                parseOptionWithValue(name, value(name));
+        if (word == "--") {
+            m_onlyNames = true;
+            return;
         }
-
-        void parseOptionWithValue(const std::string& name, const std::string& text)
-        {
-            if (!m_mistake.empty())
-                return;
-            if (name == "-o")
-                m_arguments.destination = text;
-            else if (name == "--only")
-                m_arguments.only.push_back(text);
-            else if (name == "--password-file")
-                m_arguments.passwordFile = text;
-            else if (name == "--password-fd")
-                parseDescriptor(text);
-            else if (name == "--folder")
-                parseFolder(text);
-            else if (name == "--encoding")
-                parseEncoding(text);
+        if (word == "--help" || word == "-h") {
+            m_arguments.helpFor = m_row->command;
+            m_arguments.command = Command::Help;
+            return;
         }
+        const auto equals = word.starts_with("--") ? word.find('=') : std::string::npos;
+        m_value = equals == std::string::npos ? std::nullopt : std::optional(word.substr(equals + 1));
+        const auto name = word.substr(0, equals);
+        if (m_row->options.find(" " + name + " ") == std::string_view::npos)
+            return fail("\"" + std::string(m_row->name) + "\" has no option \"" + name + "\"");
+        parseOption(name);
+    }
 
-        void parseDescriptor(const std::string& text)
-        {
-            int number = -1;
-            const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-            if (error != std::errc{} || end != text.data() + text.size() || number < 0)
-                return fail("--password-fd wants the number of an open descriptor, not \"" + text + "\"");
-            m_arguments.passwordFd = number;
-        }
+    void parseOption(const std::string& name)
+    {
+        if (name == "--json")
+            m_arguments.json = true;
+        else if (name == "--sha256")
+            m_arguments.sha256 = true;
+        else if (name == "--keep-broken")
+            m_arguments.keepBroken = true;
+        else if (name == "--quiet")
+            m_arguments.quiet = true;
+        else
+            parseOptionWithValue(name, value(name));
+    }
 
-        void parseFolder(const std::string& text)
-        {
-            if (text != "auto" && text != "always" && text != "never")
-                return fail("--folder is auto, always or never, not \"" + text + "\"");
-            m_arguments.folder = text;
-        }
+    void parseOptionWithValue(const std::string& name, const std::string& text)
+    {
+        if (!m_mistake.empty())
+            return;
+        if (name == "-o")
+            m_arguments.destination = text;
+        else if (name == "--only")
+            m_arguments.only.push_back(text);
+        else if (name == "--password-file")
+            m_arguments.passwordFile = text;
+        else if (name == "--password-fd")
+            parseDescriptor(text);
+        else if (name == "--folder")
+            parseFolder(text);
+        else if (name == "--encoding")
+            parseEncoding(text);
+    }
 
-        void parseEncoding(const std::string& text)
-        {
-            const auto* charset = findCharset(std::string_view(text));
-            if (!charset)
-                return fail("there is no encoding \"" + text + "\"");
-            m_arguments.charset = charset->id;
-        }
+    void parseDescriptor(const std::string& text)
+    {
+        int number = -1;
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+        if (error != std::errc{} || end != text.data() + text.size() || number < 0)
+            return fail("--password-fd wants the number of an open descriptor, not \"" + text + "\"");
+        m_arguments.passwordFd = number;
+    }
 
-        std::string value(const std::string& name)
-        {
-            if (m_value)
-                return *m_value;
-            if (m_at + 1 < m_words.size())
-                return m_words[++m_at];
-            fail(name + " wants a value");
-            return {};
-        }
+    void parseFolder(const std::string& text)
+    {
+        if (text != "auto" && text != "always" && text != "never")
+            return fail("--folder is auto, always or never, not \"" + text + "\"");
+        m_arguments.folder = text;
+    }
 
-        void checkWhole()
-        {
-            const auto count = m_arguments.archives.size();
-            if (!m_mistake.empty() || m_arguments.command == Command::Help)
-                return;
-            if (m_arguments.command == Command::Formats)
-                return count == 0 ? void() : fail("\"formats\" takes no archive");
-            if (count == 0)
-                return fail("\"" + std::string(m_row->name) + "\" wants an archive");
-            if (m_arguments.command == Command::List && count > 1)
-                return fail("\"list\" takes one archive");
-            if (m_arguments.passwordFile && m_arguments.passwordFd)
-                return fail("--password-file and --password-fd exclude each other");
-            if (m_arguments.sha256 && !m_arguments.json)
-                return fail("--sha256 goes with --json");
-        }
+    void parseEncoding(const std::string& text)
+    {
+        const auto* charset = findCharset(std::string_view(text));
+        if (!charset)
+            return fail("there is no encoding \"" + text + "\"");
+        m_arguments.charset = charset->id;
+    }
 
-        void fail(std::string mistake) { m_mistake = std::move(mistake); }
+    std::string value(const std::string& name)
+    {
+        if (m_value)
+            return *m_value;
+        if (m_at + 1 < m_words.size())
+            return m_words[++m_at];
+        fail(name + " wants a value");
+        return {};
+    }
 
-        const std::vector<std::string>& m_words;
-        std::size_t m_at = 0;
-        const CommandRow* m_row = nullptr;
-        std::optional<std::string> m_value; // of --name=value
-        bool m_onlyNames = false;
-        Arguments m_arguments;
-        std::string m_mistake;
-    };
+    void checkWhole()
+    {
+        const auto count = m_arguments.archives.size();
+        if (!m_mistake.empty() || m_arguments.command == Command::Help)
+            return;
+        if (m_arguments.command == Command::Formats)
+            return count == 0 ? void() : fail("\"formats\" takes no archive");
+        if (count == 0)
+            return fail("\"" + std::string(m_row->name) + "\" wants an archive");
+        if (m_arguments.command == Command::List && count > 1)
+            return fail("\"list\" takes one archive");
+        if (m_arguments.passwordFile && m_arguments.passwordFd)
+            return fail("--password-file and --password-fd exclude each other");
+        if (m_arguments.sha256 && !m_arguments.json)
+            return fail("--sha256 goes with --json");
+    }
+
+    void fail(std::string mistake) { m_mistake = std::move(mistake); }
+
+    const std::vector<std::string>& m_words;
+    std::size_t m_at = 0;
+    const CommandRow* m_row = nullptr;
+    std::optional<std::string> m_value; // of --name=value
+    bool m_onlyNames = false;
+    Arguments m_arguments;
+    std::string m_mistake;
+};
 
 }
 

@@ -14,288 +14,287 @@ namespace vantoro::cli {
 
 namespace {
 
-    constexpr const char* kKindNames[] = {"file", "dir", "link", "hardlink", "rsrc", "other"};
+constexpr const char* kKindNames[] = {"file", "dir", "link", "hardlink", "rsrc", "other"};
 
-    std::int64_t utcSeconds(const Timestamp& time)
+std::int64_t utcSeconds(const Timestamp& time)
+{
+    if (!time.isLocal)
+        return time.seconds;
+    // The fields of a local time were counted as though they were UTC.
+    auto seconds = static_cast<std::time_t>(time.seconds);
+    std::tm fields{};
+    ::gmtime_r(&seconds, &fields);
+    fields.tm_isdst = -1;
+    return std::mktime(&fields);
+}
+
+std::string timeText(const Timestamp& time, const char* format)
+{
+    if (!time.isSet)
+        return {};
+    const auto seconds = static_cast<std::time_t>(utcSeconds(time));
+    std::tm fields{};
+    ::gmtime_r(&seconds, &fields);
+    std::array<char, 64> text;
+    const auto length = std::strftime(text.data(), text.size(), format, &fields);
+    return {text.data(), length};
+}
+
+/// An entry that outlives the visit, for those that wait until all names are known.
+struct KeptEntry {
+    explicit KeptEntry(const Entry& from) : entry(from), name(from.name), method(from.method), link(from.linkTarget) {}
+    Entry value() const
     {
-        if (!time.isLocal)
-            return time.seconds;
-        // The fields of a local time were counted as though they were UTC.
-        auto seconds = static_cast<std::time_t>(time.seconds);
-        std::tm fields{};
-        ::gmtime_r(&seconds, &fields);
-        fields.tm_isdst = -1;
-        return std::mktime(&fields);
+        auto result = entry;
+        result.name = name;
+        result.method = method;
+        result.linkTarget = link;
+        return result;
+    }
+    Entry entry;
+    std::string name, method, link;
+    std::string sha256;
+    std::optional<std::uint64_t> decodedSize;
+};
+
+class Printer {
+public:
+    Printer(const Arguments& arguments, Output& out) : m_json(arguments.json), m_out(out) {}
+
+    void print(const Entry& entry, CharsetId charset, const std::string& sha256)
+    {
+        ++m_count;
+        m_total += entry.size.value_or(0);
+        if (m_json)
+            printJson(entry, charset, sha256);
+        else
+            printLine(entry, charset);
+    }
+    void printSum()
+    {
+        if (!m_json)
+            m_out.put(std::to_string(m_count) + (m_count == 1 ? " entry, " : " entries, ") + sizeText(m_total) + "\n");
     }
 
-    std::string timeText(const Timestamp& time, const char* format)
+private:
+    void key(std::string_view name) { (m_out.put(",\""), m_out.put(name), m_out.put("\":")); }
+
+    void number(std::string_view name, std::optional<std::uint64_t> value)
     {
-        if (!time.isSet)
-            return {};
-        const auto seconds = static_cast<std::time_t>(utcSeconds(time));
-        std::tm fields{};
-        ::gmtime_r(&seconds, &fields);
-        std::array<char, 64> text;
-        const auto length = std::strftime(text.data(), text.size(), format, &fields);
-        return {text.data(), length};
+        key(name);
+        if (value)
+            m_out.putNumber(*value);
+        else
+            m_out.put("null");
     }
 
-    /// An entry that outlives the visit, for those that wait until all names are known.
-    struct KeptEntry {
-        explicit KeptEntry(const Entry& from)
-            : entry(from), name(from.name), method(from.method), link(from.linkTarget)
-        {
+    void printJson(const Entry& entry, CharsetId charset, const std::string& sha256)
+    {
+        m_out.put("{\"index\":");
+        m_out.putNumber(entry.index);
+        key("name");
+        m_out.putJson(shownName(entry.name, charset, entry.pathStyle));
+        key("kind");
+        m_out.putJson(kKindNames[static_cast<int>(entry.kind)]);
+        number("size", entry.size);
+        number("packed", entry.packedSize);
+        key("mtime");
+        entry.modified.isSet ? m_out.putJson(timeText(entry.modified, "%Y-%m-%dT%H:%M:%SZ")) : m_out.put("null");
+        number("mode", entry.mode ? std::optional<std::uint64_t>(*entry.mode) : std::nullopt);
+        key("link");
+        entry.linkTarget.empty() ? m_out.put("null") : m_out.putJson(shownLink(entry, charset));
+        key("encrypted");
+        m_out.put(entry.isEncrypted ? "true" : "false");
+        key("method");
+        m_out.putJson(entry.method);
+        key("crc");
+        printChecksum(entry.checksum);
+        if (!sha256.empty()) {
+            key("sha256");
+            m_out.putJson(sha256);
         }
-        Entry value() const
-        {
-            auto result = entry;
-            result.name = name;
-            result.method = method;
-            result.linkTarget = link;
-            return result;
+        m_out.put("}\n");
+    }
+
+    static std::string shownLink(const Entry& entry, CharsetId charset)
+    {
+        return entry.kind == EntryKind::HardLink ? shownName(entry.linkTarget, charset, entry.pathStyle)
+                                                 : decode(entry.linkTarget, charset);
+    }
+
+    void printChecksum(const Checksum& checksum)
+    {
+        if (checksum.kind != Checksum::Kind::Crc32)
+            return m_out.put("null");
+        std::array<char, 9> digits;
+        std::snprintf(digits.data(), digits.size(), "%08x", checksum.value);
+        m_out.putJson({digits.data(), 8});
+    }
+
+    void printLine(const Entry& entry, CharsetId charset)
+    {
+        const auto size = entry.size ? std::to_string(*entry.size) : std::string("-");
+        const auto time = timeText(entry.modified, "%Y-%m-%d %H:%M");
+        m_out.put(entry.isEncrypted ? "*" : " ");
+        m_out.put(std::string_view("dflh").substr(entry.kind == EntryKind::Folder ? 0 : 1, 0));
+        if (size.size() < 13)
+            m_out.put(std::string_view("             ").substr(size.size()));
+        m_out.put(size);
+        m_out.put("  ");
+        m_out.put(time.empty() ? std::string_view("                ") : std::string_view(time));
+        m_out.put("  ");
+        auto name = shownName(entry.name, charset, entry.pathStyle);
+        if (entry.kind == EntryKind::Folder)
+            name += '/';
+        m_out.put(isPlain(name) ? name : printable(name));
+        if (!entry.linkTarget.empty()) {
+            m_out.put(" -> ");
+            m_out.put(printable(shownLink(entry, charset)));
         }
-        Entry entry;
-        std::string name, method, link;
-        std::string sha256;
-        std::optional<std::uint64_t> decodedSize;
-    };
+        m_out.put("\n");
+    }
 
-    class Printer {
-    public:
-        Printer(const Arguments& arguments, Output& out) : m_json(arguments.json), m_out(out) {}
+    static bool isPlain(std::string_view name)
+    {
+        return std::all_of(name.begin(), name.end(), [](unsigned char c) { return c >= 0x20 && c < 0x7F; });
+    }
 
-        void print(const Entry& entry, CharsetId charset, const std::string& sha256)
-        {
-            ++m_count;
-            m_total += entry.size.value_or(0);
-            if (m_json)
-                printJson(entry, charset, sha256);
-            else
-                printLine(entry, charset);
+    bool m_json;
+    Output& m_out;
+    std::uint64_t m_count = 0;
+    std::uint64_t m_total = 0;
+};
+
+/// Prints entries as they come for as long as their names are clear, and keeps them back from the first whose
+/// charset has to be judged by all names together.
+class Listing final : public EntryVisitor {
+public:
+    Listing(const Arguments& arguments, Printer& printer, const CancelToken& cancel)
+        : m_arguments(arguments)
+        , m_printer(printer)
+        , m_cancel(cancel)
+    {
+    }
+
+    Result<void> visit(const Entry& entry) override
+    {
+        TRY(m_cancel.check());
+        add(entry, {}, std::nullopt);
+        return {};
+    }
+
+    void add(const Entry& entry, const std::string& sha256, std::optional<std::uint64_t> decodedSize)
+    {
+        if (entry.nameCharset == kCharsetUnknown || !isValidUtf8(entry.name))
+            m_detector.add(entry.name);
+        if (m_kept.empty() && isClear(entry)) {
+            auto shown = entry;
+            if (decodedSize && !shown.size)
+                shown.size = decodedSize;
+            m_printer.print(shown, charsetOf(entry, m_arguments.charset, kCharsetUtf8), sha256);
+            return;
         }
-        void printSum()
-        {
-            if (!m_json)
-                m_out.put(std::to_string(m_count) + (m_count == 1 ? " entry, " : " entries, ") + sizeText(m_total) + "\n");
+        auto& kept = m_kept.emplace_back(entry);
+        kept.sha256 = sha256;
+        kept.decodedSize = decodedSize;
+    }
+
+    void finish()
+    {
+        const auto detected = m_detector.detect().charset;
+        for (const auto& kept : m_kept) {
+            auto entry = kept.value();
+            if (kept.decodedSize && !entry.size)
+                entry.size = kept.decodedSize;
+            m_printer.print(entry, charsetOf(entry, m_arguments.charset, detected), kept.sha256);
         }
+        m_kept.clear();
+    }
 
-    private:
-        void key(std::string_view name) { (m_out.put(",\""), m_out.put(name), m_out.put("\":")); }
+private:
+    bool isClear(const Entry& entry) const
+    {
+        return isAscii(entry.name) || (entry.nameCharset != kCharsetUnknown && isValidUtf8(entry.name))
+            || m_arguments.charset != kCharsetUnknown;
+    }
+    const Arguments& m_arguments;
+    Printer& m_printer;
+    const CancelToken& m_cancel;
+    CharsetDetector m_detector;
+    std::deque<KeptEntry> m_kept;
+};
 
-        void number(std::string_view name, std::optional<std::uint64_t> value)
-        {
-            key(name);
-            if (value)
-                m_out.putNumber(*value);
-            else
-                m_out.put("null");
+struct FreeDigest {
+    void operator()(EVP_MD_CTX* context) const { EVP_MD_CTX_free(context); }
+};
+
+/// Decodes entries one after another and lists them with the digest of their data.
+class HashingLane final : public LaneReceiver, public Lanes {
+public:
+    HashingLane(Listing& listing, std::string archive) : m_listing(listing), m_archive(std::move(archive)) {}
+
+    unsigned count() const override { return 1; }
+    LaneReceiver& lane(unsigned) override { return *this; }
+
+    Result<Want> begin(const Entry& entry) override
+    {
+        if (entry.kind == EntryKind::Folder || entry.kind == EntryKind::Other || entry.kind == EntryKind::HardLink) {
+            m_listing.add(entry, {}, std::nullopt);
+            return Want::Skip;
         }
-
-        void printJson(const Entry& entry, CharsetId charset, const std::string& sha256)
-        {
-            m_out.put("{\"index\":");
-            m_out.putNumber(entry.index);
-            key("name");
-            m_out.putJson(shownName(entry.name, charset, entry.pathStyle));
-            key("kind");
-            m_out.putJson(kKindNames[static_cast<int>(entry.kind)]);
-            number("size", entry.size);
-            number("packed", entry.packedSize);
-            key("mtime");
-            entry.modified.isSet ? m_out.putJson(timeText(entry.modified, "%Y-%m-%dT%H:%M:%SZ")) : m_out.put("null");
-            number("mode", entry.mode ? std::optional<std::uint64_t>(*entry.mode) : std::nullopt);
-            key("link");
-            entry.linkTarget.empty() ? m_out.put("null") : m_out.putJson(shownLink(entry, charset));
-            key("encrypted");
-            m_out.put(entry.isEncrypted ? "true" : "false");
-            key("method");
-            m_out.putJson(entry.method);
-            key("crc");
-            printChecksum(entry.checksum);
-            if (!sha256.empty()) {
-                key("sha256");
-                m_out.putJson(sha256);
-            }
-            m_out.put("}\n");
+        m_entry.emplace(entry);
+        m_size = 0;
+        EVP_DigestInit_ex(m_digest.get(), EVP_sha256(), nullptr);
+        return Want::Data;
+    }
+    Bytes room(std::size_t least) override
+    {
+        if (m_room.size() < least)
+            m_room.resize(std::max(least, std::size_t{256} << 10));
+        return m_room;
+    }
+    Result<void> data(ConstBytes block) override
+    {
+        EVP_DigestUpdate(m_digest.get(), block.data(), block.size());
+        m_size += block.size();
+        return {};
+    }
+    Result<void> end(Result<void> outcome) override
+    {
+        std::array<unsigned char, EVP_MAX_MD_SIZE> digest;
+        unsigned length = 0;
+        EVP_DigestFinal_ex(m_digest.get(), digest.data(), &length);
+        std::string hex;
+        for (unsigned i = 0; i < length; ++i) {
+            hex += "0123456789abcdef"[digest[i] >> 4];
+            hex += "0123456789abcdef"[digest[i] & 15];
         }
-
-        static std::string shownLink(const Entry& entry, CharsetId charset)
-        {
-            return entry.kind == EntryKind::HardLink ? shownName(entry.linkTarget, charset, entry.pathStyle)
-                                                     : decode(entry.linkTarget, charset);
+        if (!outcome) {
+            complain(m_archive, decode(m_entry->name, kCharsetUtf8), sentence(outcome.error()));
+            m_firstError = m_firstError ? m_firstError : outcome.error();
+            hex.clear();
         }
+        m_listing.add(m_entry->value(), hex, outcome ? std::optional(m_size) : std::nullopt);
+        return {};
+    }
+    const std::optional<Error>& firstError() const { return m_firstError; }
 
-        void printChecksum(const Checksum& checksum)
-        {
-            if (checksum.kind != Checksum::Kind::Crc32)
-                return m_out.put("null");
-            std::array<char, 9> digits;
-            std::snprintf(digits.data(), digits.size(), "%08x", checksum.value);
-            m_out.putJson({digits.data(), 8});
-        }
-
-        void printLine(const Entry& entry, CharsetId charset)
-        {
-            const auto size = entry.size ? std::to_string(*entry.size) : std::string("-");
-            const auto time = timeText(entry.modified, "%Y-%m-%d %H:%M");
-            m_out.put(entry.isEncrypted ? "*" : " ");
-            m_out.put(std::string_view("dflh").substr(entry.kind == EntryKind::Folder ? 0 : 1, 0));
-            if (size.size() < 13)
-                m_out.put(std::string_view("             ").substr(size.size()));
-            m_out.put(size);
-            m_out.put("  ");
-            m_out.put(time.empty() ? std::string_view("                ") : std::string_view(time));
-            m_out.put("  ");
-            auto name = shownName(entry.name, charset, entry.pathStyle);
-            if (entry.kind == EntryKind::Folder)
-                name += '/';
-            m_out.put(isPlain(name) ? name : printable(name));
-            if (!entry.linkTarget.empty()) {
-                m_out.put(" -> ");
-                m_out.put(printable(shownLink(entry, charset)));
-            }
-            m_out.put("\n");
-        }
-
-        static bool isPlain(std::string_view name)
-        {
-            return std::all_of(name.begin(), name.end(), [](unsigned char c) { return c >= 0x20 && c < 0x7F; });
-        }
-
-        bool m_json;
-        Output& m_out;
-        std::uint64_t m_count = 0;
-        std::uint64_t m_total = 0;
-    };
-
-    /// Prints entries as they come for as long as their names are clear, and keeps them back from the first whose
-    /// charset has to be judged by all names together.
-    class Listing final : public EntryVisitor {
-    public:
-        Listing(const Arguments& arguments, Printer& printer, const CancelToken& cancel)
-            : m_arguments(arguments), m_printer(printer), m_cancel(cancel)
-        {
-        }
-
-        Result<void> visit(const Entry& entry) override
-        {
-            TRY(m_cancel.check());
-            add(entry, {}, std::nullopt);
-            return {};
-        }
-
-        void add(const Entry& entry, const std::string& sha256, std::optional<std::uint64_t> decodedSize)
-        {
-            if (entry.nameCharset == kCharsetUnknown || !isValidUtf8(entry.name))
-                m_detector.add(entry.name);
-            if (m_kept.empty() && isClear(entry)) {
-                auto shown = entry;
-                if (decodedSize && !shown.size)
-                    shown.size = decodedSize;
-                m_printer.print(shown, charsetOf(entry, m_arguments.charset, kCharsetUtf8), sha256);
-                return;
-            }
-            auto& kept = m_kept.emplace_back(entry);
-            kept.sha256 = sha256;
-            kept.decodedSize = decodedSize;
-        }
-
-        void finish()
-        {
-            const auto detected = m_detector.detect().charset;
-            for (const auto& kept : m_kept) {
-                auto entry = kept.value();
-                if (kept.decodedSize && !entry.size)
-                    entry.size = kept.decodedSize;
-                m_printer.print(entry, charsetOf(entry, m_arguments.charset, detected), kept.sha256);
-            }
-            m_kept.clear();
-        }
-
-    private:
-        bool isClear(const Entry& entry) const
-        {
-            return isAscii(entry.name) || (entry.nameCharset != kCharsetUnknown && isValidUtf8(entry.name))
-                || m_arguments.charset != kCharsetUnknown;
-        }
-        const Arguments& m_arguments;
-        Printer& m_printer;
-        const CancelToken& m_cancel;
-        CharsetDetector m_detector;
-        std::deque<KeptEntry> m_kept;
-    };
-
-    struct FreeDigest {
-        void operator()(EVP_MD_CTX* context) const { EVP_MD_CTX_free(context); }
-    };
-
-    /// Decodes entries one after another and lists them with the digest of their data.
-    class HashingLane final : public LaneReceiver, public Lanes {
-    public:
-        HashingLane(Listing& listing, std::string archive) : m_listing(listing), m_archive(std::move(archive)) {}
-
-        unsigned count() const override { return 1; }
-        LaneReceiver& lane(unsigned) override { return *this; }
-
-        Result<Want> begin(const Entry& entry) override
-        {
-            if (entry.kind == EntryKind::Folder || entry.kind == EntryKind::Other || entry.kind == EntryKind::HardLink) {
-                m_listing.add(entry, {}, std::nullopt);
-                return Want::Skip;
-            }
-            m_entry.emplace(entry);
-            m_size = 0;
-            EVP_DigestInit_ex(m_digest.get(), EVP_sha256(), nullptr);
-            return Want::Data;
-        }
-        Bytes room(std::size_t least) override
-        {
-            if (m_room.size() < least)
-                m_room.resize(std::max(least, std::size_t{256} << 10));
-            return m_room;
-        }
-        Result<void> data(ConstBytes block) override
-        {
-            EVP_DigestUpdate(m_digest.get(), block.data(), block.size());
-            m_size += block.size();
-            return {};
-        }
-        Result<void> end(Result<void> outcome) override
-        {
-            std::array<unsigned char, EVP_MAX_MD_SIZE> digest;
-            unsigned length = 0;
-            EVP_DigestFinal_ex(m_digest.get(), digest.data(), &length);
-            std::string hex;
-            for (unsigned i = 0; i < length; ++i) {
-                hex += "0123456789abcdef"[digest[i] >> 4];
-                hex += "0123456789abcdef"[digest[i] & 15];
-            }
-            if (!outcome) {
-                complain(m_archive, decode(m_entry->name, kCharsetUtf8), sentence(outcome.error()));
-                m_firstError = m_firstError ? m_firstError : outcome.error();
-                hex.clear();
-            }
-            m_listing.add(m_entry->value(), hex, outcome ? std::optional(m_size) : std::nullopt);
-            return {};
-        }
-        const std::optional<Error>& firstError() const { return m_firstError; }
-
-    private:
-        Listing& m_listing;
-        std::string m_archive;
-        std::unique_ptr<EVP_MD_CTX, FreeDigest> m_digest{EVP_MD_CTX_new()};
-        std::optional<KeptEntry> m_entry;
-        std::vector<std::byte> m_room;
-        std::uint64_t m_size = 0;
-        std::optional<Error> m_firstError;
-    };
+private:
+    Listing& m_listing;
+    std::string m_archive;
+    std::unique_ptr<EVP_MD_CTX, FreeDigest> m_digest{EVP_MD_CTX_new()};
+    std::optional<KeptEntry> m_entry;
+    std::vector<std::byte> m_room;
+    std::uint64_t m_size = 0;
+    std::optional<Error> m_firstError;
+};
 
 }
 
 CharsetId charsetOf(const Entry& entry, CharsetId chosen, CharsetId detected)
 {
-    const bool isDeclared = entry.nameCharset != kCharsetUnknown
-        && (entry.nameCharset != kCharsetUtf8 || isValidUtf8(entry.name));
+    const bool isDeclared
+        = entry.nameCharset != kCharsetUnknown && (entry.nameCharset != kCharsetUtf8 || isValidUtf8(entry.name));
     if (isDeclared)
         return entry.nameCharset;
     if (chosen != kCharsetUnknown)

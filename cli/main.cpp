@@ -33,27 +33,28 @@ int runFormats(const Arguments& arguments)
 
 namespace {
 
-    int run(const Arguments& arguments)
-    {
-        const auto cancel = cancelOnSignals();
-        switch (arguments.command) {
-        case Command::List:
-            return runList(arguments, cancel);
-        case Command::Extract:
-            return runExtract(arguments, cancel);
-        case Command::Test:
-            return runTest(arguments, cancel);
-        case Command::Formats:
-            return runFormats(arguments);
-        case Command::Version:
-            Output().put("vantoro-cli " VANTORO_VERSION "\n");
-            return kWhole;
-        case Command::Help:
-            Output().put(helpText(arguments.helpFor));
-            return kWhole;
-        }
-        return kWrongUsage;
+int run(const Arguments& arguments)
+{
+    const auto cancel = cancelOnSignals();
+    switch (arguments.command) {
+    case Command::List:
+        return runList(arguments, cancel);
+    case Command::Extract:
+        complain({}, {}, "extraction is not built yet");
+        return kFailed;
+    case Command::Test:
+        return runTest(arguments, cancel);
+    case Command::Formats:
+        return runFormats(arguments);
+    case Command::Version:
+        Output().put("vantoro-cli " VANTORO_VERSION "\n");
+        return kWhole;
+    case Command::Help:
+        Output().put(helpText(arguments.helpFor));
+        return kWhole;
     }
+    return kWrongUsage;
+}
 
 }
 

@@ -13,26 +13,26 @@ namespace vantoro::cli {
 
 namespace {
 
-    constexpr double kRateSettles = 1.0; // seconds before rate and time left mean something
+constexpr double kRateSettles = 1.0; // seconds before rate and time left mean something
 
-    std::size_t terminalWidth()
-    {
-        winsize size{};
-        return ::ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 20 ? size.ws_col : 80;
-    }
+std::size_t terminalWidth()
+{
+    winsize size{};
+    return ::ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 20 ? size.ws_col : 80;
+}
 
-    std::string timeText(double seconds)
-    {
-        const auto whole = static_cast<long>(seconds + 0.5);
-        std::array<char, 32> text;
-        if (whole >= 3600)
-            std::snprintf(text.data(), text.size(), "%ld:%02ld:%02ld", whole / 3600, whole / 60 % 60, whole % 60);
-        else
-            std::snprintf(text.data(), text.size(), "%ld:%02ld", whole / 60, whole % 60);
-        return text.data();
-    }
+std::string timeText(double seconds)
+{
+    const auto whole = static_cast<long>(seconds + 0.5);
+    std::array<char, 32> text;
+    if (whole >= 3600)
+        std::snprintf(text.data(), text.size(), "%ld:%02ld:%02ld", whole / 3600, whole / 60 % 60, whole % 60);
+    else
+        std::snprintf(text.data(), text.size(), "%ld:%02ld", whole / 60, whole % 60);
+    return text.data();
+}
 
-    void write(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stderr); }
+void write(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stderr); }
 
 }
 

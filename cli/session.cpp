@@ -17,86 +17,86 @@ namespace vantoro::cli {
 
 namespace {
 
-    constexpr std::size_t kLongestPassword = 4096;
+constexpr std::size_t kLongestPassword = 4096;
 
-    // A handler may touch nothing else.
-    std::atomic<int> caughtSignal{0};
-    const CancelToken& signalToken()
-    {
-        static const CancelToken token;
-        return token;
+// A handler may touch nothing else.
+std::atomic<int> caughtSignal{0};
+const CancelToken& signalToken()
+{
+    static const CancelToken token;
+    return token;
+}
+
+void onSignal(int number)
+{
+    caughtSignal.store(number);
+    signalToken().cancel();
+}
+
+/// A buffer on the stack that is wiped on every way out.
+struct LineBuffer {
+    std::array<char, kLongestPassword> bytes;
+    ~LineBuffer() { wipe(bytes.data(), bytes.size()); }
+};
+
+/// Reads up to a line end or the end of the file.
+Result<Secret> readLine(int fd)
+{
+    LineBuffer line;
+    std::size_t length = 0;
+    while (length < line.bytes.size()) {
+        const auto count = ::read(fd, line.bytes.data() + length, 1);
+        if (count < 0 && errno == EINTR && caughtSignal.load() == 0)
+            continue;
+        if (count < 0)
+            return Error{caughtSignal.load() != 0 ? ErrorCode::Cancelled : ErrorCode::PasswordNeeded,
+                         "reading the password", errno};
+        if (count == 0 || line.bytes[length] == '\n')
+            break;
+        ++length;
     }
+    if (length > 0 && line.bytes[length - 1] == '\r')
+        --length;
+    return Secret(std::string_view(line.bytes.data(), length));
+}
 
-    void onSignal(int number)
+/// The terminal with its echo off until the end of the scope.
+class QuietTerminal {
+public:
+    QuietTerminal() : m_fd(::open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY))
     {
-        caughtSignal.store(number);
-        signalToken().cancel();
+        if (m_fd < 0 || ::tcgetattr(m_fd, &m_before) != 0)
+            return;
+        termios quiet = m_before;
+        quiet.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+        m_isQuiet = ::tcsetattr(m_fd, TCSAFLUSH, &quiet) == 0;
     }
-
-    /// A buffer on the stack that is wiped on every way out.
-    struct LineBuffer {
-        std::array<char, kLongestPassword> bytes;
-        ~LineBuffer() { wipe(bytes.data(), bytes.size()); }
-    };
-
-    /// Reads up to a line end or the end of the file.
-    Result<Secret> readLine(int fd)
+    ~QuietTerminal()
     {
-        LineBuffer line;
-        std::size_t length = 0;
-        while (length < line.bytes.size()) {
-            const auto count = ::read(fd, line.bytes.data() + length, 1);
-            if (count < 0 && errno == EINTR && caughtSignal.load() == 0)
-                continue;
-            if (count < 0)
-                return Error{caughtSignal.load() != 0 ? ErrorCode::Cancelled : ErrorCode::PasswordNeeded,
-                             "reading the password", errno};
-            if (count == 0 || line.bytes[length] == '\n')
-                break;
-            ++length;
-        }
-        if (length > 0 && line.bytes[length - 1] == '\r')
-            --length;
-        return Secret(std::string_view(line.bytes.data(), length));
+        if (m_isQuiet)
+            ::tcsetattr(m_fd, TCSAFLUSH, &m_before);
+        if (m_fd >= 0)
+            ::close(m_fd);
     }
+    QuietTerminal(const QuietTerminal&) = delete;
+    QuietTerminal& operator=(const QuietTerminal&) = delete;
+    int fd() const { return m_isQuiet ? m_fd : -1; }
 
-    /// The terminal with its echo off until the end of the scope.
-    class QuietTerminal {
-    public:
-        QuietTerminal() : m_fd(::open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY))
-        {
-            if (m_fd < 0 || ::tcgetattr(m_fd, &m_before) != 0)
-                return;
-            termios quiet = m_before;
-            quiet.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-            m_isQuiet = ::tcsetattr(m_fd, TCSAFLUSH, &quiet) == 0;
-        }
-        ~QuietTerminal()
-        {
-            if (m_isQuiet)
-                ::tcsetattr(m_fd, TCSAFLUSH, &m_before);
-            if (m_fd >= 0)
-                ::close(m_fd);
-        }
-        QuietTerminal(const QuietTerminal&) = delete;
-        QuietTerminal& operator=(const QuietTerminal&) = delete;
-        int fd() const { return m_isQuiet ? m_fd : -1; }
+private:
+    int m_fd;
+    termios m_before{};
+    bool m_isQuiet = false;
+};
 
-    private:
-        int m_fd;
-        termios m_before{};
-        bool m_isQuiet = false;
-    };
-
-    void say(int fd, std::string_view text)
-    {
-        while (!text.empty()) {
-            const auto count = ::write(fd, text.data(), text.size());
-            if (count <= 0)
-                return;
-            text.remove_prefix(static_cast<std::size_t>(count));
-        }
+void say(int fd, std::string_view text)
+{
+    while (!text.empty()) {
+        const auto count = ::write(fd, text.data(), text.size());
+        if (count <= 0)
+            return;
+        text.remove_prefix(static_cast<std::size_t>(count));
     }
+}
 
 }
 
@@ -127,7 +127,8 @@ Result<Secret> PasswordSource::password(unsigned attempt)
     const QuietTerminal terminal;
     if (terminal.fd() < 0)
         return Error{ErrorCode::PasswordNeeded, "no terminal"};
-    say(terminal.fd(), (attempt > 0 ? "Wrong password. Password for " : "Password for ") + printable(m_archiveName) + ": ");
+    say(terminal.fd(),
+        (attempt > 0 ? "Wrong password. Password for " : "Password for ") + printable(m_archiveName) + ": ");
     auto entered = readLine(terminal.fd());
     say(terminal.fd(), "\n");
     if (entered && entered->isEmpty())

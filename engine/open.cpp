@@ -10,66 +10,68 @@ namespace vantoro {
 
 namespace {
 
-    class FileArchive final : public OpenedArchive {
-    public:
-        FileArchive(std::string path, std::unique_ptr<FolderVolumes> folder, std::vector<std::string> cutNames)
-            : m_path(std::move(path)), m_folder(std::move(folder)), m_cutNames(std::move(cutNames))
-        {
-        }
-        void setArchive(ArchivePtr archive) { m_archive = std::move(archive); }
-
-        Archive& archive() override { return *m_archive; }
-        const std::string& path() const override { return m_path; }
-        std::vector<std::string> volumePaths() const override
-        {
-            const auto& names = m_cutNames.empty() ? m_archive->info().volumes : m_cutNames;
-            std::vector<std::string> paths;
-            for (const auto& name : names) {
-                if (auto path = m_folder->find(name); !path.empty())
-                    paths.push_back(std::move(path));
-            }
-            if (paths.empty())
-                paths.push_back(m_path);
-            return paths;
-        }
-        std::uint64_t packedSize() const override
-        {
-            std::uint64_t sum = 0;
-            for (const auto& path : volumePaths()) {
-                std::error_code error;
-                const auto size = std::filesystem::file_size(path, error);
-                sum += error ? 0 : size;
-            }
-            return sum;
-        }
-        std::string stem() const override { return stemOf(std::filesystem::path(m_path).filename().string()); }
-
-    private:
-        std::string m_path;
-        std::unique_ptr<FolderVolumes> m_folder; // outlives the archive, which reads through it
-        std::vector<std::string> m_cutNames;
-        ArchivePtr m_archive;
-    };
-
-    std::string folderOf(const std::string& path)
+class FileArchive final : public OpenedArchive {
+public:
+    FileArchive(std::string path, std::unique_ptr<FolderVolumes> folder, std::vector<std::string> cutNames)
+        : m_path(std::move(path))
+        , m_folder(std::move(folder))
+        , m_cutNames(std::move(cutNames))
     {
-        const auto folder = std::filesystem::path(path).parent_path().string();
-        return folder.empty() ? "." : folder;
     }
+    void setArchive(ArchivePtr archive) { m_archive = std::move(archive); }
 
-    Result<SourcePtr> joinPieces(FolderVolumes& folder, const CutSet& set)
+    Archive& archive() override { return *m_archive; }
+    const std::string& path() const override { return m_path; }
+    std::vector<std::string> volumePaths() const override
     {
-        std::vector<SourcePtr> parts;
-        for (const auto& name : set.names)
-            parts.push_back(TRY(folder.openVolume(name)));
-        return joinedSource(std::move(parts));
+        const auto& names = m_cutNames.empty() ? m_archive->info().volumes : m_cutNames;
+        std::vector<std::string> paths;
+        for (const auto& name : names) {
+            if (auto path = m_folder->find(name); !path.empty())
+                paths.push_back(std::move(path));
+        }
+        if (paths.empty())
+            paths.push_back(m_path);
+        return paths;
     }
+    std::uint64_t packedSize() const override
+    {
+        std::uint64_t sum = 0;
+        for (const auto& path : volumePaths()) {
+            std::error_code error;
+            const auto size = std::filesystem::file_size(path, error);
+            sum += error ? 0 : size;
+        }
+        return sum;
+    }
+    std::string stem() const override { return stemOf(std::filesystem::path(m_path).filename().string()); }
 
-    bool looksCutShort(const Error& error)
-    {
-        return error.code == ErrorCode::Truncated || error.code == ErrorCode::Corrupt
-            || error.code == ErrorCode::NotAnArchive;
-    }
+private:
+    std::string m_path;
+    std::unique_ptr<FolderVolumes> m_folder; // outlives the archive, which reads through it
+    std::vector<std::string> m_cutNames;
+    ArchivePtr m_archive;
+};
+
+std::string folderOf(const std::string& path)
+{
+    const auto folder = std::filesystem::path(path).parent_path().string();
+    return folder.empty() ? "." : folder;
+}
+
+Result<SourcePtr> joinPieces(FolderVolumes& folder, const CutSet& set)
+{
+    std::vector<SourcePtr> parts;
+    for (const auto& name : set.names)
+        parts.push_back(TRY(folder.openVolume(name)));
+    return joinedSource(std::move(parts));
+}
+
+bool looksCutShort(const Error& error)
+{
+    return error.code == ErrorCode::Truncated || error.code == ErrorCode::Corrupt
+        || error.code == ErrorCode::NotAnArchive;
+}
 
 }
 
@@ -94,8 +96,7 @@ Result<std::unique_ptr<OpenedArchive>> openArchive(const std::string& path, cons
         source = TRY(joinPieces(volumes, *set));
         context.name = context.name.substr(0, context.name.rfind('.'));
     }
-    auto opened = std::make_unique<FileArchive>(path, std::move(folder),
-                                                set ? set->names : std::vector<std::string>());
+    auto opened = std::make_unique<FileArchive>(path, std::move(folder), set ? set->names : std::vector<std::string>());
     auto archive = openSource(source, context);
     if (!archive && set && looksCutShort(archive.error())) {
         tellMissing(set->next);
@@ -117,8 +118,8 @@ std::vector<FormatDescription> supportedFormats()
     std::vector<FormatDescription> result;
     const auto add = [&](const auto& row) {
         const auto known = std::find_if(result.begin(), result.end(), [&](auto& r) { return r.id == row.id; });
-        auto& description = known != result.end() ? *known
-                                                  : result.emplace_back(FormatDescription{row.id, row.displayName, {}});
+        auto& description
+            = known != result.end() ? *known : result.emplace_back(FormatDescription{row.id, row.displayName, {}});
         for (const auto extension : row.extensions) {
             auto& list = description.extensions;
             if (std::find(list.begin(), list.end(), extension) == list.end())

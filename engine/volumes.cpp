@@ -10,43 +10,43 @@ namespace vantoro {
 
 namespace {
 
-    constexpr unsigned kMostVolumes = 100'000;
+constexpr unsigned kMostVolumes = 100'000;
 
-    struct NumberedName {
-        std::string base; // with the dot
-        std::size_t digits = 0;
-    };
+struct NumberedName {
+    std::string base; // with the dot
+    std::size_t digits = 0;
+};
 
-    std::optional<NumberedName> splitNumber(std::string_view name)
-    {
-        const auto dot = name.rfind('.');
-        if (dot == std::string_view::npos || dot == 0 || name.size() - dot - 1 < 3)
-            return std::nullopt;
-        const auto digits = name.substr(dot + 1);
-        if (!std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; }))
-            return std::nullopt;
-        return NumberedName{std::string(name.substr(0, dot + 1)), digits.size()};
-    }
+std::optional<NumberedName> splitNumber(std::string_view name)
+{
+    const auto dot = name.rfind('.');
+    if (dot == std::string_view::npos || dot == 0 || name.size() - dot - 1 < 3)
+        return std::nullopt;
+    const auto digits = name.substr(dot + 1);
+    if (!std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; }))
+        return std::nullopt;
+    return NumberedName{std::string(name.substr(0, dot + 1)), digits.size()};
+}
 
-    std::string numbered(const NumberedName& name, unsigned number)
-    {
-        auto digits = std::to_string(number);
-        if (digits.size() < name.digits)
-            digits.insert(0, name.digits - digits.size(), '0');
-        return name.base + digits;
-    }
+std::string numbered(const NumberedName& name, unsigned number)
+{
+    auto digits = std::to_string(number);
+    if (digits.size() < name.digits)
+        digits.insert(0, name.digits - digits.size(), '0');
+    return name.base + digits;
+}
 
-    bool hasHeaderOfItsOwn(const std::string& path)
-    {
-        const auto source = openFileSource(path);
-        if (!source)
-            return false;
-        const auto head = readBlock(**source, 0, 8);
-        if (!head)
-            return false;
-        const auto text = asText(*head);
-        return text.starts_with("Rar!\x1A\x07") || text.starts_with("\x60\xEA") || text.starts_with("MSCF");
-    }
+bool hasHeaderOfItsOwn(const std::string& path)
+{
+    const auto source = openFileSource(path);
+    if (!source)
+        return false;
+    const auto head = readBlock(**source, 0, 8);
+    if (!head)
+        return false;
+    const auto text = asText(*head);
+    return text.starts_with("Rar!\x1A\x07") || text.starts_with("\x60\xEA") || text.starts_with("MSCF");
+}
 
 }
 
