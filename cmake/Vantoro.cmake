@@ -53,6 +53,22 @@ function(vantoro_test name)
     target_link_libraries(${name} PRIVATE vantoro_options ${TEST_LINK} GTest::gtest_main GTest::gmock)
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES LABELS "${TEST_LABELS}" TIMEOUT 600)
+    add_dependencies(engine_tests ${name})
+    vantoro_sanitized(${name} asan "${VANTORO_ASAN_DIR}")
+    if("threads" IN_LIST TEST_LABELS)
+        add_dependencies(threaded_tests ${name})
+        vantoro_sanitized(${name} tsan "${VANTORO_TSAN_DIR}")
+    endif()
+endfunction()
+
+# Runs a test of another build tree, which has sanitizers on, within this tree's CTest run.
+set(VANTORO_ASAN_DIR "" CACHE PATH "Build tree with AddressSanitizer whose engine tests are run as well")
+set(VANTORO_TSAN_DIR "" CACHE PATH "Build tree with ThreadSanitizer whose threaded tests are run as well")
+function(vantoro_sanitized name kind dir)
+    if(dir)
+        add_test(NAME ${kind}.${name} COMMAND ${dir}/bin/${name})
+        set_tests_properties(${kind}.${name} PROPERTIES LABELS "${kind}" TIMEOUT 900)
+    endif()
 endfunction()
 
 # vantoro_qtest(NAME SOURCES ... LINK ...): a Qt Test program, run on the offscreen platform.
