@@ -1,0 +1,39 @@
+#include "widgets/ColoredView.h"
+
+#include "widgets/Theme.h"
+
+#include <QPainter>
+
+namespace vantoro {
+
+ColoredView::ColoredView(QWidget* parent) : QWidget(parent) {}
+
+void ColoredView::setColor(const QColor& color)
+{
+    m_color = color;
+    update();
+}
+
+void ColoredView::setBorderColor(const QColor& color)
+{
+    m_border = color;
+    update();
+}
+
+void ColoredView::setRadius(int radius)
+{
+    m_radius = radius;
+    update();
+}
+
+void ColoredView::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(m_color.isValid() ? m_color : theme::colors(palette()).surface);
+    painter.setPen(m_border.isValid() ? QPen(m_border, 1) : QPen(Qt::NoPen));
+    const qreal by = m_border.isValid() ? 0.5 : 0;
+    painter.drawRoundedRect(QRectF(rect()).adjusted(by, by, -by, -by), m_radius, m_radius);
+}
+
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QColor>
+#include <QWidget>
+
+namespace vantoro {
+
+/// A plain ground of one colour, with round corners and a border if wished. Without a colour: the palette's surface.
+class ColoredView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit ColoredView(QWidget* parent = nullptr);
+
+    void setColor(const QColor& color);
+    void setBorderColor(const QColor& color);
+    void setRadius(int radius);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QColor m_color;
+    QColor m_border;
+    int m_radius = 0;
+};
+
+}

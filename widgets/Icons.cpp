@@ -1,0 +1,111 @@
+#include "widgets/Icons.h"
+
+#include <QFile>
+#include <QPainter>
+#include <QPixmapCache>
+#include <QSvgRenderer>
+
+#include <array>
+#include <cmath>
+
+static void loadResources()
+{
+    Q_INIT_RESOURCE(vantoro); // the library is static: nothing else would pull the pictures in
+}
+
+namespace vantoro::icons {
+namespace {
+
+const char* const kApplicationIcon = "org.vantoro.vantoro";
+
+QString path(const QString& name)
+{
+    static const bool loaded = (loadResources(), true);
+    Q_UNUSED(loaded)
+    return QStringLiteral(":/icons/%1.svg").arg(name);
+}
+
+QPixmap render(const QByteArray& svg, int edge, qreal devicePixelRatio)
+{
+    const int pixels = static_cast<int>(std::lround(edge * devicePixelRatio));
+    QPixmap result(pixels, pixels);
+    result.fill(Qt::transparent);
+    QSvgRenderer renderer(svg);
+    QPainter painter(&result);
+    renderer.render(&painter);
+    painter.end();
+    result.setDevicePixelRatio(devicePixelRatio);
+    return result;
+}
+
+QByteArray read(const QString& name)
+{
+    QFile file(path(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+struct Family {
+    const char* ending;
+    const char* icon;
+};
+
+/// Looked up in this order by the end of the lower-case name.
+constexpr std::array kFamilies{
+    Family{".7z", "archive-7z"},   Family{".rar", "archive-rar"},  Family{".cbr", "archive-rar"},
+    Family{".zip", "archive-zip"}, Family{".zipx", "archive-zip"}, Family{".cbz", "archive-zip"},
+    Family{".jar", "archive-zip"}, Family{".apk", "archive-zip"},  Family{".tar", "archive-tar"},
+    Family{".gz", "archive-tar"},  Family{".tgz", "archive-tar"},  Family{".bz2", "archive-tar"},
+    Family{".tbz2", "archive-tar"}, Family{".xz", "archive-tar"},  Family{".txz", "archive-tar"},
+    Family{".zst", "archive-tar"}, Family{".7z.001", "archive-7z"},
+};
+
+}
+
+QIcon icon(const QString& name)
+{
+    return QIcon(path(name));
+}
+
+QPixmap pixmap(const QString& name, int edge, qreal devicePixelRatio)
+{
+    const QString key = QStringLiteral("vantoro/%1/%2/%3").arg(name).arg(edge).arg(devicePixelRatio);
+    QPixmap result;
+    if (!QPixmapCache::find(key, &result)) {
+        result = render(read(name), edge, devicePixelRatio);
+        QPixmapCache::insert(key, result);
+    }
+    return result;
+}
+
+QPixmap glyph(const QString& name, const QColor& color, int edge, qreal devicePixelRatio)
+{
+    const QString hex = color.name(QColor::HexArgb);
+    const QString key = QStringLiteral("vantoro/%1/%2/%3/%4").arg(name, hex).arg(edge).arg(devicePixelRatio);
+    QPixmap result;
+    if (!QPixmapCache::find(key, &result)) {
+        result = render(read(name), edge, devicePixelRatio);
+        QPainter painter(&result);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(QRect(QPoint(), QSize(edge, edge)), color);
+        painter.end();
+        QPixmapCache::insert(key, result);
+    }
+    return result;
+}
+
+QIcon application()
+{
+    return QIcon::fromTheme(QString::fromLatin1(kApplicationIcon), icon(QStringLiteral("vantoro")));
+}
+
+QIcon forArchive(const QString& fileName)
+{
+    const QString lower = fileName.toLower();
+    for (const auto& family : kFamilies) {
+        if (lower.endsWith(QLatin1String(family.ending)))
+            return icon(QString::fromLatin1(family.icon));
+    }
+    return icon(QStringLiteral("archive-generic"));
+}
+
+}

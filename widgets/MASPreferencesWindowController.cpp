@@ -1,0 +1,119 @@
+#include "widgets/MASPreferencesWindowController.h"
+
+#include "widgets/TabButton.h"
+#include "widgets/Theme.h"
+
+#include <QButtonGroup>
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QShortcut>
+#include <QShowEvent>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+namespace vantoro {
+
+/// Tells the chosen page when it comes on and off the screen together with its window.
+class MASPreferencesWindowController::Window : public QWidget {
+public:
+    explicit Window(MASPreferencesWindowController& owner) : m_owner(owner) {}
+
+protected:
+    void showEvent(QShowEvent* event) override
+    {
+        if (auto* page = m_owner.selectedViewController(); page && !event->spontaneous())
+            page->viewWillAppear();
+        QWidget::showEvent(event);
+    }
+    void hideEvent(QHideEvent* event) override
+    {
+        if (auto* page = m_owner.selectedViewController(); page && !event->spontaneous())
+            page->viewWillDisappear();
+        QWidget::hideEvent(event);
+    }
+
+private:
+    MASPreferencesWindowController& m_owner;
+};
+
+std::unique_ptr<MASPreferencesWindowController> MASPreferencesWindowController::initWithViewControllers(
+    std::vector<MASPreferencesViewController*> viewControllers, const QString& title)
+{
+    std::unique_ptr<MASPreferencesWindowController> controller(
+        new MASPreferencesWindowController(std::move(viewControllers)));
+    controller->m_window->setWindowTitle(title);
+    return controller;
+}
+
+MASPreferencesWindowController::MASPreferencesWindowController(
+    std::vector<MASPreferencesViewController*> viewControllers)
+    : m_viewControllers(std::move(viewControllers)), m_window(std::make_unique<Window>(*this)),
+      m_stack(new QStackedWidget), m_tabs(new QButtonGroup(this))
+{
+    auto* row = new QHBoxLayout;
+    row->setContentsMargins(theme::kSpaceL, theme::kSpaceS, theme::kSpaceL, theme::kSpaceS);
+    row->setSpacing(theme::kSpaceS);
+    row->addStretch(1);
+    for (int index = 0; index < static_cast<int>(m_viewControllers.size()); ++index)
+        addTab(index, row);
+    row->addStretch(1);
+    auto* column = new QVBoxLayout(m_window.get());
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addLayout(row);
+    column->addWidget(m_stack, 1);
+    connect(m_tabs, &QButtonGroup::idClicked, this, &MASPreferencesWindowController::selectControllerAtIndex);
+    const auto step = [this](int by) {
+        const int count = static_cast<int>(m_viewControllers.size());
+        if (count > 0)
+            selectControllerAtIndex((m_selected + by + count) % count);
+    };
+    connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Tab), m_window.get()), &QShortcut::activated, this,
+            [step] { step(1); });
+    connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab), m_window.get()), &QShortcut::activated,
+            this, [step] { step(-1); });
+    selectControllerAtIndex(0);
+}
+
+MASPreferencesWindowController::~MASPreferencesWindowController()
+{
+    m_window->hide(); // while the pages can still hear of it
+}
+
+void MASPreferencesWindowController::addTab(int index, QHBoxLayout* row)
+{
+    auto* page = m_viewControllers[static_cast<std::size_t>(index)];
+    auto* tab = new TabButton(page->toolbarItemImage(), page->toolbarItemLabel(), m_window.get());
+    tab->setObjectName(page->identifier());
+    m_tabs->addButton(tab, index);
+    row->addWidget(tab);
+    m_stack->addWidget(page->view());
+    if (index < 9) {
+        auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + index)), m_window.get());
+        connect(shortcut, &QShortcut::activated, this, [this, index] { selectControllerAtIndex(index); });
+    }
+}
+
+MASPreferencesViewController* MASPreferencesWindowController::selectedViewController() const
+{
+    return m_selected < 0 ? nullptr : m_viewControllers[static_cast<std::size_t>(m_selected)];
+}
+
+void MASPreferencesWindowController::selectControllerAtIndex(int controllerIndex)
+{
+    if (controllerIndex < 0 || controllerIndex >= static_cast<int>(m_viewControllers.size()))
+        return;
+    if (controllerIndex == m_selected)
+        return;
+    const bool onScreen = m_window->isVisible();
+    if (auto* before = selectedViewController(); before && onScreen)
+        before->viewWillDisappear();
+    m_selected = controllerIndex;
+    if (onScreen)
+        selectedViewController()->viewWillAppear();
+    m_stack->setCurrentIndex(controllerIndex);
+    m_tabs->button(controllerIndex)->setChecked(true);
+    emit selectionChanged(controllerIndex);
+}
+
+}
