@@ -25,10 +25,9 @@ constexpr int kPortalAnswerMs = 3000;
 QStringList retrieveFromPortal(const QMimeData* data)
 {
     const QString key = QString::fromUtf8(data->data(QLatin1String(kPortalTransfer)).split('\0').value(0));
-    auto call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.portal.Documents"),
-                                               QStringLiteral("/org/freedesktop/portal/documents"),
-                                               QStringLiteral("org.freedesktop.portal.FileTransfer"),
-                                               QStringLiteral("RetrieveFiles"));
+    auto call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.portal.Documents"), QStringLiteral("/org/freedesktop/portal/documents"),
+        QStringLiteral("org.freedesktop.portal.FileTransfer"), QStringLiteral("RetrieveFiles"));
     call << key << QVariantMap();
     const auto reply = QDBusConnection::sessionBus().call(call, QDBus::Block, kPortalAnswerMs);
     return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0).toStringList() : QStringList();
@@ -37,11 +36,11 @@ QStringList retrieveFromPortal(const QMimeData* data)
 }
 
 DropArea::DropArea(QWidget* parent)
-    : QWidget(parent),
-      m_illustration(new ImageView(this)),
-      m_sentence(new QLabel(this)),
-      m_hint(new QLabel(this)),
-      m_button(new FlatButton(FlatButton::Kind::Prominent, this))
+    : QWidget(parent)
+    , m_illustration(new ImageView(this))
+    , m_sentence(new QLabel(this))
+    , m_hint(new QLabel(this))
+    , m_button(new FlatButton(FlatButton::Kind::Prominent, this))
 {
     setAcceptDrops(true);
     m_illustration->setFixedSize(kIllustrationEdge, kIllustrationEdge);
@@ -78,10 +77,7 @@ void DropArea::setAccent(theme::Accent accent)
     update();
 }
 
-void DropArea::setIllustration(const QIcon& icon)
-{
-    m_illustration->setIcon(icon);
-}
+void DropArea::setIllustration(const QIcon& icon) { m_illustration->setIcon(icon); }
 
 void DropArea::setSentence(const QString& sentence)
 {

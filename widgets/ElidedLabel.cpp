@@ -40,10 +40,7 @@ QString ElidedLabel::shownText() const
     return fontMetrics().elidedText(singleLine(text()), m_mode, contentsRect().width());
 }
 
-QSize ElidedLabel::minimumSizeHint() const
-{
-    return {fontMetrics().averageCharWidth() * 6, fontMetrics().height()};
-}
+QSize ElidedLabel::minimumSizeHint() const { return {fontMetrics().averageCharWidth() * 6, fontMetrics().height()}; }
 
 QSize ElidedLabel::sizeHint() const
 {
@@ -70,9 +67,6 @@ bool ElidedLabel::event(QEvent* event)
     return QLabel::event(event);
 }
 
-QString isolated(const QString& name)
-{
-    return QChar(0x2068) + name + QChar(0x2069);
-}
+QString isolated(const QString& name) { return QChar(0x2068) + name + QChar(0x2069); }
 
 }

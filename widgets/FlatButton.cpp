@@ -14,10 +14,7 @@ namespace {
 constexpr int kRoundEdge = 32;
 constexpr int kGlyphEdge = theme::kIconSmall;
 
-QColor laidOver(const QColor& ground, const QColor& fallback)
-{
-    return ground.isValid() ? ground : fallback;
-}
+QColor laidOver(const QColor& ground, const QColor& fallback) { return ground.isValid() ? ground : fallback; }
 
 }
 
@@ -79,15 +76,9 @@ QSize FlatButton::sizeHint() const
     return {text().isEmpty() ? qMax(width - theme::kSpaceL, height) : qMax(width, 72), height};
 }
 
-QSize FlatButton::minimumSizeHint() const
-{
-    return sizeHint();
-}
+QSize FlatButton::minimumSizeHint() const { return sizeHint(); }
 
-bool FlatButton::isProminent() const
-{
-    return m_kind == Kind::Prominent;
-}
+bool FlatButton::isProminent() const { return m_kind == Kind::Prominent; }
 
 FlatButton::Look FlatButton::kindLook(bool hovered, bool pressed) const
 {

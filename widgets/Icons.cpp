@@ -51,20 +51,17 @@ struct Family {
 
 /// Looked up in this order by the end of the lower-case name.
 constexpr std::array kFamilies{
-    Family{".7z", "archive-7z"},   Family{".rar", "archive-rar"},  Family{".cbr", "archive-rar"},
-    Family{".zip", "archive-zip"}, Family{".zipx", "archive-zip"}, Family{".cbz", "archive-zip"},
-    Family{".jar", "archive-zip"}, Family{".apk", "archive-zip"},  Family{".tar", "archive-tar"},
-    Family{".gz", "archive-tar"},  Family{".tgz", "archive-tar"},  Family{".bz2", "archive-tar"},
-    Family{".tbz2", "archive-tar"}, Family{".xz", "archive-tar"},  Family{".txz", "archive-tar"},
-    Family{".zst", "archive-tar"}, Family{".7z.001", "archive-7z"},
+    Family{".7z", "archive-7z"},    Family{".rar", "archive-rar"},   Family{".cbr", "archive-rar"},
+    Family{".zip", "archive-zip"},  Family{".zipx", "archive-zip"},  Family{".cbz", "archive-zip"},
+    Family{".jar", "archive-zip"},  Family{".apk", "archive-zip"},   Family{".tar", "archive-tar"},
+    Family{".gz", "archive-tar"},   Family{".tgz", "archive-tar"},   Family{".bz2", "archive-tar"},
+    Family{".tbz2", "archive-tar"}, Family{".xz", "archive-tar"},    Family{".txz", "archive-tar"},
+    Family{".zst", "archive-tar"},  Family{".7z.001", "archive-7z"},
 };
 
 }
 
-QIcon icon(const QString& name)
-{
-    return QIcon(path(name));
-}
+QIcon icon(const QString& name) { return QIcon(path(name)); }
 
 QPixmap pixmap(const QString& name, int edge, qreal devicePixelRatio)
 {
@@ -93,10 +90,7 @@ QPixmap glyph(const QString& name, const QColor& color, int edge, qreal devicePi
     return result;
 }
 
-QIcon application()
-{
-    return QIcon::fromTheme(QString::fromLatin1(kApplicationIcon), icon(QStringLiteral("vantoro")));
-}
+QIcon application() { return QIcon::fromTheme(QString::fromLatin1(kApplicationIcon), icon(QStringLiteral("vantoro"))); }
 
 QIcon forArchive(const QString& fileName)
 {

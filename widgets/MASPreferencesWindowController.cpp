@@ -36,8 +36,9 @@ private:
     MASPreferencesWindowController& m_owner;
 };
 
-std::unique_ptr<MASPreferencesWindowController> MASPreferencesWindowController::initWithViewControllers(
-    std::vector<MASPreferencesViewController*> viewControllers, const QString& title)
+std::unique_ptr<MASPreferencesWindowController>
+MASPreferencesWindowController::initWithViewControllers(std::vector<MASPreferencesViewController*> viewControllers,
+                                                        const QString& title)
 {
     std::unique_ptr<MASPreferencesWindowController> controller(
         new MASPreferencesWindowController(std::move(viewControllers)));
@@ -47,8 +48,10 @@ std::unique_ptr<MASPreferencesWindowController> MASPreferencesWindowController::
 
 MASPreferencesWindowController::MASPreferencesWindowController(
     std::vector<MASPreferencesViewController*> viewControllers)
-    : m_viewControllers(std::move(viewControllers)), m_window(std::make_unique<Window>(*this)),
-      m_stack(new QStackedWidget), m_tabs(new QButtonGroup(this))
+    : m_viewControllers(std::move(viewControllers))
+    , m_window(std::make_unique<Window>(*this))
+    , m_stack(new QStackedWidget)
+    , m_tabs(new QButtonGroup(this))
 {
     auto* row = new QHBoxLayout;
     row->setContentsMargins(theme::kSpaceL, theme::kSpaceS, theme::kSpaceL, theme::kSpaceS);

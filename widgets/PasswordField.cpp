@@ -43,7 +43,9 @@ std::optional<bool> capsLockFromKey(const QKeyEvent& event)
 }
 
 PasswordField::PasswordField(QWidget* parent)
-    : QLineEdit(parent), m_reveal(addAction(QIcon(), TrailingPosition)), m_capsMark(addAction(QIcon(), TrailingPosition))
+    : QLineEdit(parent)
+    , m_reveal(addAction(QIcon(), TrailingPosition))
+    , m_capsMark(addAction(QIcon(), TrailingPosition))
 {
     setEchoMode(QLineEdit::Password);
     setInputMethodHints(Qt::ImhHiddenText | Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase | Qt::ImhSensitiveData);

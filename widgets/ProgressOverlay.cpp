@@ -51,10 +51,7 @@ struct ProgressOverlay::Shared {
     }
 };
 
-bool ProgressOverlay::Work::isCancelled() const
-{
-    return m_shared->cancelled;
-}
+bool ProgressOverlay::Work::isCancelled() const { return m_shared->cancelled; }
 
 void ProgressOverlay::Work::setProgress(double fraction)
 {
@@ -75,15 +72,15 @@ void ProgressOverlay::Work::setDetail(const QString& text)
 }
 
 ProgressOverlay::ProgressOverlay(QWidget* parent)
-    : QWidget(parent),
-      m_shared(std::make_shared<Shared>()),
-      m_card(new ColoredView(this)),
-      m_spinner(new SpinningIndicator(m_card)),
-      m_bar(new SmoothProgressBar(m_card)),
-      m_glyph(new QLabel(m_card)),
-      m_label(new QLabel(m_card)),
-      m_detail(new ElidedLabel(m_card)),
-      m_cancel(new FlatButton(tr("Cancel"), FlatButton::Kind::Plain, m_card))
+    : QWidget(parent)
+    , m_shared(std::make_shared<Shared>())
+    , m_card(new ColoredView(this))
+    , m_spinner(new SpinningIndicator(m_card))
+    , m_bar(new SmoothProgressBar(m_card))
+    , m_glyph(new QLabel(m_card))
+    , m_label(new QLabel(m_card))
+    , m_detail(new ElidedLabel(m_card))
+    , m_cancel(new FlatButton(tr("Cancel"), FlatButton::Kind::Plain, m_card))
 {
     m_shared->overlay = this;
     setFocusPolicy(Qt::StrongFocus);
@@ -97,9 +94,9 @@ ProgressOverlay::ProgressOverlay(QWidget* parent)
     m_detail->setFont(theme::font(theme::Type::Caption, font()));
     m_detail->setAlignment(Qt::AlignCenter);
     m_bar->setAccessibleName(tr("Progress"));
-    for (QWidget* widget : {static_cast<QWidget*>(m_bar), static_cast<QWidget*>(m_glyph),
-                            static_cast<QWidget*>(m_detail), static_cast<QWidget*>(m_cancel),
-                            static_cast<QWidget*>(m_label)})
+    for (QWidget* widget :
+         {static_cast<QWidget*>(m_bar), static_cast<QWidget*>(m_glyph), static_cast<QWidget*>(m_detail),
+          static_cast<QWidget*>(m_cancel), static_cast<QWidget*>(m_label)})
         widget->hide();
 
     auto* column = new QVBoxLayout(m_card);
@@ -154,10 +151,7 @@ void ProgressOverlay::setLabelText(const QString& text)
     setAccessibleName(text);
 }
 
-void ProgressOverlay::setCancellable(bool cancellable)
-{
-    m_cancel->setVisible(cancellable);
-}
+void ProgressOverlay::setCancellable(bool cancellable) { m_cancel->setVisible(cancellable); }
 
 void ProgressOverlay::showWhileExecuting(Block block, std::function<void()> finished)
 {
@@ -212,7 +206,6 @@ void ProgressOverlay::revealCard()
 {
     const bool wide = m_label->isVisibleTo(m_card) || m_bar->isVisibleTo(m_card) || m_cancel->isVisibleTo(m_card);
     m_card->setMinimumWidth(wide ? kCardWidth : 0);
-    m_cardShown = true;
     m_card->show();
     m_spinner->startAnimation();
     fadeTo(1.0, {});
@@ -279,9 +272,13 @@ void ProgressOverlay::keyPressEvent(QKeyEvent* event)
     event->accept(); // nothing below may answer while it is covered
 }
 
-void ProgressOverlay::mousePressEvent(QMouseEvent* event)
+void ProgressOverlay::mousePressEvent(QMouseEvent* event) { event->accept(); }
+
+bool ProgressOverlay::event(QEvent* event)
 {
-    event->accept();
+    if (event->type() == QEvent::ShortcutOverride && isExecuting())
+        event->accept(); // the window's shortcuts rest, too: the key comes to keyPressEvent
+    return QWidget::event(event);
 }
 
 bool ProgressOverlay::eventFilter(QObject* watched, QEvent* event)

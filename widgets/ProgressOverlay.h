@@ -70,6 +70,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     bool focusNextPrevChild(bool next) override;
 
@@ -93,7 +94,6 @@ private:
     QPointer<QWidget> m_focusBefore;
     QVariantAnimation m_fade;
     bool m_dims = true;
-    bool m_cardShown = false;
     double m_opacity = 0;
 };
 

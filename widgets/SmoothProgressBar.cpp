@@ -3,6 +3,7 @@
 #include "widgets/Appearance.h"
 
 #include <QPainter>
+#include <QTimerEvent>
 
 #include <cmath>
 
@@ -55,15 +56,9 @@ void SmoothProgressBar::setFraction(double fraction)
     update();
 }
 
-QSize SmoothProgressBar::sizeHint() const
-{
-    return {160, kThickness};
-}
+QSize SmoothProgressBar::sizeHint() const { return {160, kThickness}; }
 
-QSize SmoothProgressBar::minimumSizeHint() const
-{
-    return {40, kThickness};
-}
+QSize SmoothProgressBar::minimumSizeHint() const { return {40, kThickness}; }
 
 void SmoothProgressBar::updateTimer()
 {

@@ -3,6 +3,7 @@
 #include "widgets/Appearance.h"
 
 #include <QPainter>
+#include <QTimerEvent>
 
 namespace vantoro {
 namespace {

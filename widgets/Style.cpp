@@ -17,10 +17,7 @@ namespace {
 constexpr int kScrollBarExtent = 12;
 constexpr qreal kHairline = 1.0;
 
-QRectF inset(const QRect& rect, qreal by)
-{
-    return QRectF(rect).adjusted(by, by, -by, -by);
-}
+QRectF inset(const QRect& rect, qreal by) { return QRectF(rect).adjusted(by, by, -by, -by); }
 
 void drawBox(QPainter* painter, const QRect& rect, const QColor& fill, const QColor& border, qreal radius)
 {
@@ -140,10 +137,7 @@ void drawFocusRing(QPainter* painter, const QRectF& rect, qreal radius)
     painter->restore();
 }
 
-Style::Style() : QProxyStyle(QStringLiteral("fusion"))
-{
-    setObjectName(QStringLiteral("vantoro"));
-}
+Style::Style() : QProxyStyle(QStringLiteral("fusion")) { setObjectName(QStringLiteral("vantoro")); }
 
 void Style::polish(QWidget* widget)
 {
@@ -280,11 +274,11 @@ QRect Style::subControlRect(ComplexControl control, const QStyleOptionComplex* o
     int thumb = length;
     if (range > 0)
         thumb = qBound(qMin(32, length), int(qint64(bar->pageStep) * length / (range + bar->pageStep)), length);
-    const int start = sliderPositionFromValue(bar->minimum, bar->maximum, bar->sliderPosition, length - thumb,
-                                              bar->upsideDown);
+    const int start
+        = sliderPositionFromValue(bar->minimum, bar->maximum, bar->sliderPosition, length - thumb, bar->upsideDown);
     const auto span = [&](int from, int size) {
-        const QRect rect = horizontal ? QRect(from, 0, size, bar->rect.height())
-                                      : QRect(0, from, bar->rect.width(), size);
+        const QRect rect
+            = horizontal ? QRect(from, 0, size, bar->rect.height()) : QRect(0, from, bar->rect.width(), size);
         return visualRect(bar->direction, bar->rect, rect.translated(bar->rect.topLeft()));
     };
     switch (part) {
