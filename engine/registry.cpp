@@ -1,6 +1,7 @@
 #include "engine/registry.h"
 
 #include "engine/backends/libarchive_rows.h"
+#include "engine/formats/iso.h"
 
 #include <algorithm>
 #include <atomic>
@@ -16,6 +17,7 @@ std::vector<const FormatRow*> collectContainers()
 {
     // Readers of our own first: among equals the order decides.
     std::vector<const FormatRow*> rows;
+    rows.push_back(&kIsoFormat);
     for (const auto& row : libarchiveRows())
         rows.push_back(&row);
     return rows;

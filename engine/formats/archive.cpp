@@ -7,7 +7,7 @@
 namespace vantoro {
 
 namespace {
-    constexpr std::size_t kBlock = 256 << 10;
+constexpr std::size_t kBlock = 256 << 10;
 }
 
 Result<void> LaneReceiver::hole(std::uint64_t length)
