@@ -1,6 +1,7 @@
 #include "engine/registry.h"
 
 #include "engine/backends/libarchive_rows.h"
+#include "engine/backends/sevenzip_rows.h"
 #include "engine/formats/iso.h"
 
 #include <algorithm>
@@ -15,10 +16,14 @@ constexpr std::size_t kHeadSize = 256 << 10;
 
 std::vector<const FormatRow*> collectContainers()
 {
-    // Readers of our own first: among equals the order decides.
+    // Among equals the order decides. UDF before ISO 9660: it says itself on which hybrid discs ISO is the better half.
     std::vector<const FormatRow*> rows;
+    for (const auto& row : sevenZipRows())
+        rows.push_back(&row);
     rows.push_back(&kIsoFormat);
     for (const auto& row : libarchiveRows())
+        rows.push_back(&row);
+    for (const auto& row : sevenZipFallbackRows())
         rows.push_back(&row);
     return rows;
 }

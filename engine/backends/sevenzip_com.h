@@ -120,6 +120,21 @@ static_assert(sizeof(Variant) == 16);
 std::string rawTextOf(const wchar_t* units, std::size_t count);
 std::string unicodeTextOf(const wchar_t* units, std::size_t count);
 
+enum class AskMode : std::int32_t { Extract = 0, Test = 1, Skip = 2, ReadExternal = 3 };
+
+enum class OperationResult : std::int32_t {
+    Ok = 0,
+    UnsupportedMethod = 1,
+    DataError = 2,
+    ChecksumError = 3,
+    Unavailable = 4,
+    UnexpectedEnd = 5,
+    DataAfterEnd = 6,
+    NotAnArchive = 7,
+    HeadersError = 8,
+    WrongPassword = 9,
+};
+
 // Interfaces. The order of the functions is the order of the table.
 
 class Unknown {
@@ -241,9 +256,9 @@ protected:
 class ExtractCallback : public Progress {
 public:
     static constexpr Guid kId = interfaceId(6, 0x20);
-    virtual HResult outStream(std::uint32_t index, SequentialOutStream** stream, std::int32_t askMode) = 0;
-    virtual HResult prepareOperation(std::int32_t askMode) = 0;
-    virtual HResult setOperationResult(std::int32_t result) = 0;
+    virtual HResult outStream(std::uint32_t index, SequentialOutStream** stream, AskMode askMode) = 0;
+    virtual HResult prepareOperation(AskMode askMode) = 0;
+    virtual HResult setOperationResult(OperationResult result) = 0;
 
 protected:
     ~ExtractCallback() = default;
@@ -348,6 +363,19 @@ inline constexpr std::uint32_t kIsAuxiliary = 64;
 inline constexpr std::uint32_t kErrorFlags = 71;
 inline constexpr std::uint32_t kWarningFlags = 72;
 inline constexpr std::uint32_t kHardLink = 90;
+}
+
+/// Bits of kErrorFlags and kWarningFlags.
+namespace error_flag {
+inline constexpr std::uint32_t kNotThisFormat = 1;
+inline constexpr std::uint32_t kHeaders = 2;
+inline constexpr std::uint32_t kEncryptedHeaders = 4;
+inline constexpr std::uint32_t kUnavailableStart = 8;
+inline constexpr std::uint32_t kUnexpectedEnd = 0x20;
+inline constexpr std::uint32_t kUnsupportedMethod = 0x80;
+inline constexpr std::uint32_t kUnsupportedFeature = 0x100;
+inline constexpr std::uint32_t kData = 0x200;
+inline constexpr std::uint32_t kChecksum = 0x400;
 }
 
 // Helpers of ours.
