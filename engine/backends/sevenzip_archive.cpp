@@ -50,13 +50,16 @@ public:
 
     Result<void> read(const ReadRequest& request, Lanes& lanes) override
     {
-        m_session->input()->countInto(request.packedBytesRead);
+        countInto(request.packedBytesRead);
         const auto result = guarded([&]() -> Result<void> {
             return extractItems(*m_handler.raw(), m_format, m_items, *m_session, request, lanes.lane(0));
         });
-        m_session->input()->countInto(nullptr);
+        countInto(nullptr);
         return result;
     }
+
+    /// This archive reads from inside `outer`.
+    void keep(std::unique_ptr<SevenZipArchive> outer) { m_outer = std::move(outer); }
 
     /// The one thing inside a disk image that is worth opening in its place.
     SourcePtr mainPart() const
@@ -69,10 +72,19 @@ public:
         if (!parts || parts->itemStream(static_cast<std::uint32_t>(index.number()), &found) != kOk || !found)
             return nullptr;
         const auto stream = Ref<SequentialInStream>::adopt(found).query<InStream>();
-        return stream ? streamSource(stream, m_handler) : nullptr;
+        return stream ? streamSource(stream) : nullptr;
     }
 
 private:
+    /// Packed are the bytes of the file, not those of a partition in it.
+    void countInto(std::atomic<std::uint64_t>* counter)
+    {
+        if (m_outer)
+            m_outer->countInto(counter);
+        else
+            m_session->input()->countInto(counter);
+    }
+
     void readInfo()
     {
         Variant value;
@@ -120,6 +132,7 @@ private:
     }
 
     const Format& m_format;
+    std::unique_ptr<SevenZipArchive> m_outer; // outlives all that reads from it
     std::unique_ptr<Session> m_session; // outlives the handler, which keeps callbacks of ours
     Ref<InArchive> m_handler;
     Items m_items;
@@ -152,6 +165,7 @@ Result<ArchivePtr> openArchive(const Format& format, SourcePtr source, const Ope
             if (!opened)
                 break; // a file system that cannot be read: the partition itself can
             isImage = inner->isImage;
+            (*opened)->keep(std::move(archive));
             archive = std::move(*opened);
         }
         return ArchivePtr(std::move(archive));

@@ -1,13 +1,13 @@
 #include "engine/backends/sevenzip_library.h"
 
+#include "engine/backends/library_locale.h"
+
 #include <array>
 #include <cerrno>
-#include <clocale>
 #include <cstdlib>
 #include <ctime>
 
 #include <dlfcn.h>
-#include <langinfo.h>
 
 namespace vantoro {
 
@@ -24,31 +24,6 @@ constexpr std::array<const char*, 8> kCandidates{
 using ModuleProperty = HResult (*)(std::uint32_t id, Variant* value);
 constexpr std::uint32_t kInterfaceType = 0; // 0: no virtual destructor in the tables
 constexpr std::uint32_t kVersion = 1;
-
-/// A constructor of the library looks at LC_CTYPE once, while it is loaded, and decides whether 8-bit names can
-/// be told apart from Unicode. Loading is the only moment at which we touch the locale; it is put back.
-class Utf8Locale {
-public:
-    Utf8Locale()
-    {
-        if (const char* current = std::setlocale(LC_CTYPE, nullptr))
-            m_before = current;
-        for (const char* name : {"C.UTF-8", "C.utf8", "en_US.UTF-8"}) {
-            if (std::setlocale(LC_CTYPE, name))
-                break;
-        }
-    }
-    Utf8Locale(const Utf8Locale&) = delete;
-    Utf8Locale& operator=(const Utf8Locale&) = delete;
-    ~Utf8Locale()
-    {
-        if (!m_before.empty())
-            std::setlocale(LC_CTYPE, m_before.c_str());
-    }
-
-private:
-    std::string m_before; // empty: nothing was changed
-};
 
 template <class Function> Function symbol(void* handle, const char* name)
 {
@@ -74,7 +49,7 @@ Result<Library> findLibrary()
 
 Result<Library> loadLibrary(const std::string& path)
 {
-    const Utf8Locale locale;
+    useUtf8ForLibraries();
     ::tzset(); // the library turns local times into UTC: the zone's file must have been read before a sandbox
     void* handle = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!handle)

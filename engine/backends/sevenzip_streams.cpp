@@ -107,12 +107,7 @@ private:
 
 class StreamSource final : public ByteSource {
 public:
-    StreamSource(Ref<InStream> stream, std::uint64_t size, Ref<InArchive> keepAlive)
-        : m_keepAlive(std::move(keepAlive))
-        , m_stream(std::move(stream))
-        , m_size(size)
-    {
-    }
+    StreamSource(Ref<InStream> stream, std::uint64_t size) : m_stream(std::move(stream)), m_size(size) {}
     std::uint64_t size() const override { return m_size; }
     Result<std::size_t> readAt(std::uint64_t position, Bytes into) const override
     {
@@ -136,7 +131,6 @@ public:
     }
 
 private:
-    Ref<InArchive> m_keepAlive; // released after the stream
     Ref<InStream> m_stream;
     std::uint64_t m_size;
     mutable std::mutex m_mutex;
@@ -149,12 +143,12 @@ Ref<InStream> sourceStream(SourcePtr source, InputStatePtr state)
     return Ref<InStream>::adopt(makeObject<SourceInStream>(std::move(source), std::move(state)).detach());
 }
 
-SourcePtr streamSource(Ref<InStream> stream, Ref<InArchive> keepAlive)
+SourcePtr streamSource(Ref<InStream> stream)
 {
     std::uint64_t size = 0;
     if (stream->seek(0, SeekOrigin::End, &size) != kOk)
         return nullptr;
-    return std::make_shared<StreamSource>(std::move(stream), size, std::move(keepAlive));
+    return std::make_shared<StreamSource>(std::move(stream), size);
 }
 
 }

@@ -40,8 +40,8 @@ using InputStatePtr = std::shared_ptr<InputState>;
 /// A source as the library wants it, with a cursor and a little read-ahead for handlers that read in small pieces.
 Ref<InStream> sourceStream(SourcePtr source, InputStatePtr state);
 
-/// A stream of the library (a partition inside a disk image) as a source. `keepAlive` is what the stream reads from.
+/// A stream of the library (a partition inside a disk image) as a source. What it reads from has to outlive it.
 /// Null when the stream cannot tell its size.
-SourcePtr streamSource(Ref<InStream> stream, Ref<InArchive> keepAlive);
+SourcePtr streamSource(Ref<InStream> stream);
 
 }
