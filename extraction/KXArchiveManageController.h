@@ -1,5 +1,6 @@
 #pragma once
 
+#include "extraction/SharedSelection.h"
 #include "extraction/TaskViewPort.h"
 
 #include "platform/SecurityScopedURL.h"
@@ -62,9 +63,10 @@ public:
     void setOpenExctractedItem(int mode) { m_openFolderMode = mode; }
     /// Fixes the entries to extract; empty means all. Without this call the job reads the shared selection when it
     /// runs.
-    void setSelectedEntries(std::vector<quint64> indices) { m_selectedEntries = std::move(indices); }
+    void setSelectedEntries(EntryIndices indices) { m_selectedEntries = std::move(indices); }
 
     bool isCancelled() const { return m_stop.isCancelled(); } ///< from any thread
+    /// Cannot be taken back.
     void setIsCancelled(bool cancelled);
     void useSecurityScopedURL(const SecurityScopedURL& url);
 
@@ -92,18 +94,21 @@ private:
     void didExtractEntryWithDictionary(XADSimpleUnarchiver*, const XADEntryDictionary& entry, int error) override;
     bool allowsSize(XADSimpleUnarchiver*, const XADSizeQuestion& question) override;
 
+    void takeTemporaryFolder();
     void extractThreadEntry();
-    bool extract(); ///< true: extractFinished() follows, else extractFailed()
+    bool extract(); ///< true: the result stands in its place
     void configureUnarchiver();
     bool parseArchive();
-    void placeOutput(int mode);
+    void placeOutput();
     bool unarchive();
+    bool moveResultIntoPlace();
     QString askForEncoding(const XADString& string);
+    QString describeWithParts(int error) const;
+    bool isIntoDestination() const;
     void extractFinished();
     void extractFailed();
-    QString moveResultIntoPlace();
     void recycleArchive();
-    void showResult(const QString& final);
+    void showResult();
     void joinThread();
     void tellFinished();
 
@@ -112,6 +117,7 @@ private:
     const QString m_archivename;
     QString m_destination;
     QString m_tmpdest;
+    QString m_final; // of the result; null when entries went straight into the destination
     std::atomic<CharsetId> m_selectedEncoding{kCharsetUnknown};
     Action<KXArchiveManageController*> m_finishAction;
     int m_folderMode = -1;
@@ -123,7 +129,8 @@ private:
     bool m_isIgnoreAll = false;
     bool m_isErrors = false;
     std::optional<SecurityScopedURL> m_scopedurl;
-    std::optional<std::vector<quint64>> m_selectedEntries;
+    std::optional<EntryIndices> m_selectedEntries;
+    EntryIndices m_filter; // of this run
     ExtractionOutcome m_outcome;
     std::thread m_thread;
 };

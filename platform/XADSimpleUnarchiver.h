@@ -103,8 +103,9 @@ public:
     virtual QStringList notes() const = 0;
     virtual quint64 extractedBytes() const = 0;
 
-    virtual const XADArchiveParser& archiveParser() const = 0;
-    virtual const XADArchiveParser& outerArchiveParser() const = 0;
+    /// From any thread; grows while the archive is read (more volumes may be found on the way).
+    virtual XADArchiveParser archiveParser() const = 0;
+    virtual XADArchiveParser outerArchiveParser() const = 0;
 
     /// The path itself when it is free, else the first free "name 1.ext", "name 2.ext" … beside it.
     static QString findUniquePathForOriginalPath(const QString& path);
