@@ -3,6 +3,7 @@
 #include "engine/io/cancel.h"
 #include "engine/io/stream.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace vantoro {
@@ -50,6 +51,7 @@ protected:
     virtual Result<void> decode(SpanWriter& out) = 0;
     /// A check over everything decoded up to here held.
     void markVerified(const SpanWriter& out) { m_verified = m_position + out.used(); }
+    void markVerifiedUpTo(std::uint64_t position) { m_verified = std::max(m_verified, position); }
     /// Bytes handed out before the current decode().
     std::uint64_t position() const { return m_position; }
     const CancelToken& cancelToken() const { return m_cancel; }
