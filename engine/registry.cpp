@@ -2,6 +2,7 @@
 
 #include "engine/backends/libarchive_rows.h"
 #include "engine/backends/sevenzip_rows.h"
+#include "engine/formats/arj.h"
 #include "engine/formats/iso.h"
 
 #include <algorithm>
@@ -21,6 +22,7 @@ std::vector<const FormatRow*> collectContainers()
     for (const auto& row : sevenZipRows())
         rows.push_back(&row);
     rows.push_back(&kIsoFormat);
+    rows.push_back(&kArjFormat);
     for (const auto& row : libarchiveRows())
         rows.push_back(&row);
     for (const auto& row : sevenZipFallbackRows())

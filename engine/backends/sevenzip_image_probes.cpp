@@ -90,7 +90,7 @@ Match probeUdf(const ProbeInput& input)
         return Match::No;
     // A disc with both: the ISO part of Windows' discs holds a note only; where it has long names it has everything.
     const bool isIsoWhole = disc.hasIso && (disc.hasJoliet || hasRockRidge(input, disc));
-    return isIsoWhole ? Match::Likely : Match::Sure;
+    return isIsoWhole ? Match::Stub : Match::Sure;
 }
 
 Match probeIso(const ProbeInput& input) { return likelyIf(readDisc(input.head).hasIso); }
