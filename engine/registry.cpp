@@ -1,5 +1,6 @@
 #include "engine/registry.h"
 
+#include "engine/backends/lhasa_archive.h"
 #include "engine/backends/libarchive_rows.h"
 #include "engine/backends/sevenzip_rows.h"
 #include "engine/formats/arj.h"
@@ -23,6 +24,8 @@ std::vector<const FormatRow*> collectContainers()
         rows.push_back(&row);
     rows.push_back(&kIsoFormat);
     rows.push_back(&kArjFormat);
+    for (const auto& row : lhasaRows())
+        rows.push_back(&row);
     for (const auto& row : libarchiveRows())
         rows.push_back(&row);
     for (const auto& row : sevenZipFallbackRows())
