@@ -1,5 +1,7 @@
 #include "engine/formats/iso_volume.h"
 
+#include "engine/text/utf16.h"
+
 #include <algorithm>
 
 namespace vantoro {
@@ -40,45 +42,6 @@ struct Descriptor {
         return (blockSize == 512 || blockSize == 1024 || blockSize == 2048) && rootPosition != 0 && rootSize != 0;
     }
 };
-
-void appendUtf8(std::string& text, char32_t letter)
-{
-    if (letter < 0x80) {
-        text += static_cast<char>(letter);
-    } else if (letter < 0x800) {
-        text += static_cast<char>(0xC0 | (letter >> 6));
-        text += static_cast<char>(0x80 | (letter & 0x3F));
-    } else if (letter < 0x10000) {
-        text += static_cast<char>(0xE0 | (letter >> 12));
-        text += static_cast<char>(0x80 | ((letter >> 6) & 0x3F));
-        text += static_cast<char>(0x80 | (letter & 0x3F));
-    } else {
-        text += static_cast<char>(0xF0 | (letter >> 18));
-        text += static_cast<char>(0x80 | ((letter >> 12) & 0x3F));
-        text += static_cast<char>(0x80 | ((letter >> 6) & 0x3F));
-        text += static_cast<char>(0x80 | (letter & 0x3F));
-    }
-}
-
-/// Big-endian UTF-16; a surrogate without its partner becomes U+FFFD.
-std::string fromUtf16(std::string_view bytes)
-{
-    ByteReader in(asBytes(bytes.substr(0, bytes.size() & ~std::size_t{1})));
-    std::string text;
-    while (in.remaining() >= 2) {
-        char32_t letter = in.be16();
-        if (letter >= 0xD800 && letter < 0xDC00 && in.remaining() >= 2) {
-            const auto before = in.position();
-            const char32_t low = in.be16();
-            if (low >= 0xDC00 && low < 0xE000)
-                letter = 0x10000 + ((letter - 0xD800) << 10) + (low - 0xDC00);
-            else
-                in.seek(before);
-        }
-        appendUtf8(text, letter >= 0xD800 && letter < 0xE000 ? char32_t{0xFFFD} : letter);
-    }
-    return text;
-}
 
 /// Without ";1", and for plain names without the dot that stands before no extension.
 void stripVersion(std::string& name, bool stripsDot)
@@ -163,7 +126,8 @@ Result<IsoVolume> IsoVolume::open(const ByteSource& source)
 
 std::string IsoVolume::nameOf(const IsoRecord& record) const
 {
-    auto name = names == Names::Joliet ? fromUtf16(record.identifier) : std::string(record.identifier);
+    auto name = names == Names::Joliet ? utf8FromUtf16(asBytes(record.identifier), std::endian::big)
+                                       : std::string(record.identifier);
     if (!(record.flags & IsoRecord::kFolder))
         stripVersion(name, names != Names::Joliet);
     return name;

@@ -1,6 +1,7 @@
 #include "engine/formats/lha_header.h"
 
 #include "engine/crypto/crc16.h"
+#include "engine/text/utf16.h"
 
 #include <algorithm>
 #include <ctime>
@@ -57,27 +58,14 @@ Timestamp fileTime(std::uint64_t ticks)
     return time;
 }
 
-std::string utf8FromUtf16(ConstBytes bytes, char32_t separator)
+/// Folders are divided by U+FFFF.
+std::string unicodeName(ConstBytes bytes)
 {
-    std::string text;
-    ByteReader in(bytes);
-    while (in.remaining() >= 2) {
-        char32_t letter = in.le16();
-        if (letter == separator)
-            letter = '/';
-        if (letter >= 0xD800 && letter < 0xDC00 && in.remaining() >= 2)
-            letter = 0x10000 + ((letter - 0xD800) << 10) + ((in.le16() - 0xDC00U) & 0x3FF);
-        if (letter < 0x80) {
-            text += static_cast<char>(letter);
-            continue;
-        }
-        const unsigned followers = letter < 0x800 ? 1 : letter < 0x10000 ? 2 : 3;
-        constexpr unsigned kLead[] = {0, 0xC0, 0xE0, 0xF0};
-        text += static_cast<char>(kLead[followers] | (letter >> (6 * followers)));
-        for (unsigned i = followers; i-- > 0;)
-            text += static_cast<char>(0x80 | ((letter >> (6 * i)) & 0x3F));
-    }
-    return text;
+    constexpr std::string_view kDivider = "\uFFFF";
+    auto name = utf8FromUtf16(bytes, std::endian::little);
+    for (auto at = name.find(kDivider); at != std::string::npos; at = name.find(kDivider, at))
+        name.replace(at, kDivider.size(), "/");
+    return name;
 }
 
 CharsetId charsetOfCodePage(std::uint32_t codePage)
@@ -126,10 +114,10 @@ void Extensions::take(unsigned type, ConstBytes data, LhaHeader& header)
         header.size = in.le64();
         break;
     case 0x44:
-        unicodeFile = utf8FromUtf16(data, U'\xFFFF');
+        unicodeFile = unicodeName(data);
         break;
     case 0x45:
-        unicodeFolder = utf8FromUtf16(data, U'\xFFFF');
+        unicodeFolder = unicodeName(data);
         break;
     case 0x46:
         codePage = in.le32();
