@@ -192,7 +192,7 @@ void KXArchiveManageController::extractThreadEntry()
 bool KXArchiveManageController::extract()
 {
     if (!m_unarchiver) {
-        m_view->displayOpenError(tr("DO NOT support unarchive this archive due to the format error."));
+        displayOpenError(tr("DO NOT support unarchive this archive due to the format error."));
         return false;
     }
     configureUnarchiver();
@@ -223,6 +223,7 @@ bool KXArchiveManageController::parseArchive()
         return false;
     const QString message = tr("ERROR happened while reading the contents of the file \"%1\": %2")
                                 .arg(currentArchiveName(), describeWithParts(result));
+    m_outcome.error = message;
     if (!m_view->displayError(message, &m_isIgnoreAll))
         return false;
     m_isErrors = true;
@@ -248,8 +249,8 @@ bool KXArchiveManageController::unarchive()
     m_outcome.bytes = m_unarchiver->extractedBytes();
     m_outcome.notes = m_unarchiver->notes();
     if (result != 0 && result != XADException::kBreak) {
-        m_view->displayOpenError(tr("ERROR happened while extracting the contents of the file \"%1\": %2")
-                                     .arg(currentArchiveName(), describeWithParts(result)));
+        displayOpenError(tr("ERROR happened while extracting the contents of the file \"%1\": %2")
+                             .arg(currentArchiveName(), describeWithParts(result)));
     }
     return result == 0;
 }
@@ -271,7 +272,7 @@ bool KXArchiveManageController::moveResultIntoPlace()
     m_final = XADPlatform::moveItemAtPath(item, target);
     if (!m_final.isNull())
         return true;
-    m_view->displayOpenError(
+    displayOpenError(
         tr("ERROR happened while extracting the contents of the file \"%1\": %2")
             .arg(currentArchiveName(), tr("the result could not be moved into the folder \"%1\"").arg(m_destination)));
     return false;
@@ -282,6 +283,12 @@ QString KXArchiveManageController::describeWithParts(int error) const
     const QString missing = m_unarchiver->archiveParser().missingVolume;
     const QString description = localizedDescriptionOfError(error);
     return missing.isEmpty() ? description : QStringLiteral("%1 (%2)").arg(description, missing);
+}
+
+void KXArchiveManageController::displayOpenError(const QString& message)
+{
+    m_outcome.error = message;
+    m_view->displayOpenError(message);
 }
 
 void KXArchiveManageController::extractFinished()
@@ -304,6 +311,8 @@ void KXArchiveManageController::extractFailed()
 /// The owner may drop the job in answer.
 void KXArchiveManageController::tellFinished()
 {
+    m_outcome.archive = lastPathComponent(m_archivename);
+    m_outcome.cancelled = isCancelled();
     const auto action = std::exchange(m_finishAction, {});
     action(this);
 }

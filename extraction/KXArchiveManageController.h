@@ -15,7 +15,10 @@ namespace vantoro {
 
 /// What became of a job, for the sum at the end.
 struct ExtractionOutcome {
+    QString archive; ///< bare file name
     bool succeeded = false;
+    bool cancelled = false; ///< by the user: nobody needs to be told
+    QString error; ///< the sentence that was shown when it failed
     QString item; ///< the result's path; the destination when entries went straight into it
     QStringList problems; ///< one sentence per entry that was refused or damaged
     QStringList notes;
@@ -107,6 +110,7 @@ private:
     bool isIntoDestination() const;
     void extractFinished();
     void extractFailed();
+    void displayOpenError(const QString& message);
     void recycleArchive();
     void showResult();
     void joinThread();
