@@ -5,6 +5,7 @@
 #include "engine/backends/sevenzip_rows.h"
 #include "engine/formats/arj.h"
 #include "engine/formats/iso.h"
+#include "engine/formats/rpm.h"
 
 #include <algorithm>
 #include <atomic>
@@ -204,6 +205,7 @@ std::span<const StreamFormatRow* const> streamFormats()
 {
     static const auto rows = [] {
         std::vector<const StreamFormatRow*> result;
+        result.push_back(&kRpmFormat);
         return result;
     }();
     return rows;

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <deque>
 #include <functional>
 #include <map>
 
@@ -143,6 +144,30 @@ private:
     std::map<Key, std::string> m_carriers;
 };
 
+/// Entries that came out of a stream before a checksum had confirmed them.
+class DoubtfulEntries {
+public:
+    explicit DoubtfulEntries(const LibarchiveInput& input) : m_input(input) {}
+    /// `position`: where the entry starts, and with it the one before ends.
+    void add(std::uint64_t index, std::uint64_t position)
+    {
+        m_entries.push_back({index, position});
+        while (m_entries.size() > 1 && m_entries[1].position <= m_input.verifiedBytes())
+            m_entries.pop_front();
+    }
+    std::optional<std::uint64_t> first() const
+    {
+        return m_entries.empty() ? std::nullopt : std::optional(m_entries.front().index);
+    }
+
+private:
+    struct Mark {
+        std::uint64_t index, position;
+    };
+    const LibarchiveInput& m_input;
+    std::deque<Mark> m_entries;
+};
+
 class LibarchiveArchive final : public Archive {
 public:
     LibarchiveArchive(const LibarchiveFormat& format, SourcePtr source, StreamFactory stream,
@@ -173,10 +198,12 @@ public:
     Result<void> read(const ReadRequest& request, Lanes& lanes) override
     {
         const auto session = TRY(open(request.packedBytesRead));
+        DoubtfulEntries doubtful(session->input());
         std::uint64_t index = 0;
         std::size_t chosen = 0; // how many of the selection have been passed
-        return walk(*session, [&](archive_entry* header, bool hasData) -> Result<void> {
+        auto outcome = walk(*session, [&](archive_entry* header, bool hasData) -> Result<void> {
             const auto current = index++;
+            doubtful.add(current, session->headerPosition());
             if (request.selection) {
                 if (chosen == request.selection->size() || (*request.selection)[chosen] != current)
                     return {};
@@ -186,6 +213,15 @@ public:
             entry.index = current;
             return readEntry(*session, entry, hasData, lanes.lane(0));
         });
+        if (!outcome && !session->input().failure())
+            return outcome;
+        const auto atEnd = outcome ? session->input().drain() : outcome;
+        if (atEnd || atEnd.error().code == ErrorCode::Cancelled)
+            return atEnd;
+        m_info.damage = atEnd.error();
+        if (atEnd.error().code != ErrorCode::TrailingData)
+            m_info.firstDoubtfulEntry = doubtful.first();
+        return outcome;
     }
 
 private:

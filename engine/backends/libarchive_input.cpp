@@ -38,6 +38,19 @@ std::optional<std::uint64_t> LibarchiveInput::sourceSize() const
     return m_source ? std::optional(m_source->size()) : std::nullopt;
 }
 
+std::uint64_t LibarchiveInput::verifiedBytes() const
+{
+    return m_stream ? m_stream->verifiedBytes() : std::numeric_limits<std::uint64_t>::max();
+}
+
+Result<void> LibarchiveInput::drain()
+{
+    if (m_stream) {
+        while (!TRY(next()).empty()) {}
+    }
+    return {};
+}
+
 Result<void> LibarchiveInput::checkProgress()
 {
     TRY(m_cancel.check());

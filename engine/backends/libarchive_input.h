@@ -22,6 +22,10 @@ public:
     const std::optional<Error>& failure() const { return m_failure; }
     /// Bytes handed over or passed over so far.
     std::uint64_t consumed() const { return m_consumed; }
+    /// Reads on to the end of a stream: the checksum of what is around the archive may stand there.
+    Result<void> drain();
+    /// Bytes from the start of a stream that are known to be right; everything for a source.
+    std::uint64_t verifiedBytes() const;
     /// Size of the source; nothing for a stream.
     std::optional<std::uint64_t> sourceSize() const;
 

@@ -1,6 +1,7 @@
 #include "engine/backends/libarchive_rows.h"
 
 #include "engine/backends/libarchive_archive.h"
+#include "engine/backends/library_locale.h"
 
 #include <archive.h>
 
@@ -21,6 +22,8 @@ constexpr LibarchiveFormat kCpio{
 constexpr LibarchiveFormat kAr{
     .id = "ar", .enable = &archive_read_support_format_ar, .leastBytesPerEntry = 60, .isTable = &isArTable};
 constexpr LibarchiveFormat kWarc{.id = "warc", .enable = &archive_read_support_format_warc, .hasModes = false};
+constexpr LibarchiveFormat kXar{
+    .id = "xar", .enable = &archive_read_support_format_xar, .nameCharset = kCharsetUtf8, .leastBytesPerEntry = 1};
 constexpr LibarchiveFormat kRar{.id = "rar", .enable = &archive_read_support_format_rar};
 constexpr LibarchiveFormat kRar5{.id = "rar", .enable = &archive_read_support_format_rar5, .nameCharset = kCharsetUtf8};
 
@@ -97,12 +100,14 @@ Match probeRar5(const ProbeInput& input)
 constexpr std::string_view kCpioExtensions[] = {"cpio"};
 constexpr std::string_view kArExtensions[] = {"a", "ar", "deb", "udeb", "lib"};
 constexpr std::string_view kWarcExtensions[] = {"warc"};
+constexpr std::string_view kXarExtensions[] = {"xar", "pkg", "mpkg", "xip"};
 constexpr std::string_view kRarExtensions[] = {"rar", "cbr"};
 
 constexpr FormatRow kRows[] = {
     {"cpio", "cpio archive", kCpioExtensions, &probeCpio, &open<kCpio>, &openStream<kCpio>},
     {"ar", "Unix archive or Debian package", kArExtensions, &probeStart<'!', '<', 'a', 'r', 'c', 'h', '>', '\n'>,
      &open<kAr>, &openStream<kAr>},
+    {"xar", "xar archive", kXarExtensions, &probeStart<'x', 'a', 'r', '!'>, &open<kXar>},
     {"warc", "Web archive", kWarcExtensions, &probeWarc, &open<kWarc>, &openStream<kWarc>},
     {"rar", "RAR archive", kRarExtensions, &probeRar5, &open<kRar5>},
     {"rar", "RAR archive", kRarExtensions, &probeRar, &open<kRar>},
@@ -111,5 +116,12 @@ constexpr FormatRow kRows[] = {
 }
 
 std::span<const FormatRow> libarchiveRows() { return kRows; }
+
+void preloadLibarchive()
+{
+    useUtf8ForLibraries();
+    if (auto* reader = archive_read_new())
+        archive_read_free(reader);
+}
 
 }

@@ -109,6 +109,11 @@ Result<archive_entry*> LibarchiveSession::nextHeader()
     }
 }
 
+std::uint64_t LibarchiveSession::headerPosition() const
+{
+    return static_cast<std::uint64_t>(std::max<la_int64_t>(archive_read_header_position(m_reader), 0));
+}
+
 Result<std::optional<LibarchiveSession::Block>> LibarchiveSession::nextBlock()
 {
     const void* data = nullptr;

@@ -38,6 +38,10 @@ public:
     /// The next data of the current entry; nothing at its end.
     Result<std::optional<Block>> nextBlock();
 
+    /// Where the current header stands in the input.
+    std::uint64_t headerPosition() const;
+    LibarchiveInput& input() { return m_input; }
+
     /// Set when a header could not be understood and was passed over.
     const std::optional<Error>& skippedHeader() const { return m_skippedHeader; }
     /// After an error of nextBlock(): whether the entries behind can still be read.

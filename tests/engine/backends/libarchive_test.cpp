@@ -1,4 +1,5 @@
 #include "engine/backends/libarchive_rows.h"
+#include "engine/codecs/gzip.h"
 #include "tests/support/archive_contents.h"
 #include "tests/support/tools.h"
 
@@ -170,6 +171,31 @@ TEST(Libarchive, reportsAFailingMedium)
     const auto& cpio = libarchiveRows().front();
     const auto archive = cpio.open(std::make_shared<BrokenSource>(), {}).value();
     EXPECT_EQ(listAll(*archive).result.error().code, ErrorCode::Io);
+}
+
+// The checksum of a gzip around the archive stands behind its trailer: it must be looked at, and condemns what it
+// covers.
+TEST(Libarchive, aChecksumBehindTheArchiveIsVerified)
+{
+    REQUIRE_TOOL("cpio");
+    TempFolder folder;
+    makeTree(folder);
+    ASSERT_TRUE(folder.run("find tree -depth | cpio -o -H newc | gzip > a.cpio.gz"));
+    const auto readFrom = [&](const std::string& bytes, std::optional<std::uint64_t>* doubtful) {
+        const StreamFactory factory
+            = [&]() -> Result<StreamPtr> { return openGzip(windowStream(memorySource(bytes))); };
+        const auto archive = libarchiveRows().front().openStream(factory, {}).value();
+        EXPECT_TRUE(readAll(*archive).result);
+        *doubtful = archive->info().firstDoubtfulEntry;
+        return archive->info().damage;
+    };
+    auto packed = folder.read("a.cpio.gz");
+    std::optional<std::uint64_t> doubtful;
+    EXPECT_FALSE(readFrom(packed, &doubtful));
+    EXPECT_FALSE(doubtful);
+    packed[packed.size() - 8] ^= 1;
+    EXPECT_EQ(readFrom(packed, &doubtful).value().code, ErrorCode::ChecksumMismatch);
+    EXPECT_EQ(doubtful, 0U);
 }
 
 TEST(Libarchive, probesRefuseWhatOnlyStartsAlike)
