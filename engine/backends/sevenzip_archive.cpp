@@ -15,13 +15,20 @@ constexpr std::string_view kMissingVolume = "Missing volume : ";
 /// Orders names of volumes by the numbers in them: "disk2.cab" before "disk10.cab".
 bool comesBefore(const std::string& a, const std::string& b) { return ::strverscmp(a.c_str(), b.c_str()) < 0; }
 
+std::vector<SourcePtr> filesOf(const SourcePtr& opened, const Session& session)
+{
+    std::vector<SourcePtr> files{opened};
+    files.insert(files.end(), session.volumeSources().begin(), session.volumeSources().end());
+    return files;
+}
+
 class SevenZipArchive final : public Archive {
 public:
-    SevenZipArchive(const Format& format, std::unique_ptr<Session> session, Opened opened)
+    SevenZipArchive(const Format& format, std::unique_ptr<Session> session, Opened opened, const SourcePtr& source)
         : m_format(format)
         , m_session(std::move(session))
         , m_handler(std::move(opened.handler))
-        , m_items(format, m_handler)
+        , m_items(format, m_handler, filesOf(source, *m_session))
     {
         m_info.format = format.id;
         m_info.hasEncryptedNames = opened.hasEncryptedNames;
@@ -144,7 +151,7 @@ Result<std::unique_ptr<SevenZipArchive>> openLayer(const Format& format, const S
 {
     auto session = std::make_unique<Session>(context);
     auto opened = TRY(openHandler(format, source, *session));
-    auto archive = std::make_unique<SevenZipArchive>(format, std::move(session), std::move(opened));
+    auto archive = std::make_unique<SevenZipArchive>(format, std::move(session), std::move(opened), source);
     TRY(archive->load());
     return archive;
 }

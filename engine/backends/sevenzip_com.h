@@ -362,6 +362,7 @@ inline constexpr std::uint32_t kIsAlternateStream = 63;
 inline constexpr std::uint32_t kIsAuxiliary = 64;
 inline constexpr std::uint32_t kErrorFlags = 71;
 inline constexpr std::uint32_t kWarningFlags = 72;
+inline constexpr std::uint32_t kReparsePoint = 89; // raw
 inline constexpr std::uint32_t kHardLink = 90;
 }
 

@@ -1,5 +1,7 @@
 #include "engine/backends/sevenzip_items.h"
 
+#include "engine/backends/sevenzip_reparse.h"
+
 #include <algorithm>
 
 #include <sys/stat.h>
@@ -48,7 +50,11 @@ EntryKind kindOfMode(std::uint32_t mode, EntryKind otherwise)
 
 }
 
-Items::Items(const Format& format, Ref<InArchive> handler) : m_format(format), m_handler(std::move(handler))
+Items::Items(const Format& format, Ref<InArchive> handler, std::vector<SourcePtr> files)
+    : m_format(format)
+    , m_handler(std::move(handler))
+    , m_raw(m_handler.query<RawProperties>())
+    , m_files(std::move(files))
 {
     std::uint32_t count = 0;
     if (m_handler->propertyCount(&count) != kOk)
@@ -129,6 +135,9 @@ void Items::fillName(std::uint32_t item, Item& target) const
     case Format::Names::Bytes:
         target.entry.nameCharset = kCharsetUnknown;
         break;
+    case Format::Names::Cab:
+        fillCabName(target);
+        break;
     case Format::Names::Zip: {
         read(item, property::kCharacteristics, value);
         const auto traits = value.rawText(); // words, colons and spaces between them
@@ -138,6 +147,30 @@ void Items::fillName(std::uint32_t item, Item& target) const
         break;
     }
     }
+}
+
+void Items::fillCabName(Item& target) const
+{
+    if (isAscii(target.name))
+        return;
+    if (!m_cabNames)
+        m_cabNames = readCabNames(m_files);
+    const auto found = m_cabNames->find(target.name);
+    if (found == m_cabNames->end())
+        return;
+    target.name = found->second.bytes;
+    target.entry.nameCharset = found->second.isUtf8 ? kCharsetUtf8 : kCharsetUnknown;
+    target.entry.pathStyle = PathStyle::Dos;
+}
+
+std::string Items::reparseTarget(std::uint32_t item) const
+{
+    const void* data = nullptr;
+    std::uint32_t size = 0;
+    std::uint32_t type = 0;
+    if (!m_raw || m_raw->rawProperty(item, property::kReparsePoint, &data, &size, &type) != kOk || !data)
+        return {};
+    return linkOfReparsePoint({static_cast<const std::byte*>(data), size});
 }
 
 void Items::fillTimes(std::uint32_t item, Entry& entry) const
@@ -172,6 +205,8 @@ void Items::fillKind(std::uint32_t item, Item& target) const
         entry.kind = isFolder ? EntryKind::Folder : entry.kind == EntryKind::Folder ? EntryKind::File : entry.kind;
 
     target.linkTarget = text(item, property::kSymbolicLink, value);
+    if (target.linkTarget.empty() && (attributes & kAttributeReparse) && !(attributes & kHasUnixMode))
+        target.linkTarget = reparseTarget(item);
     if (!target.linkTarget.empty())
         entry.kind = EntryKind::SymbolicLink;
     else if (!isFolder && (attributes & kAttributeReparse) && !(attributes & kHasUnixMode))

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/backends/sevenzip_cab_names.h"
 #include "engine/backends/sevenzip_open.h"
 
 #include <bitset>
@@ -20,7 +21,8 @@ struct Item {
 /// streams).
 class Items {
 public:
-    Items(const Format& format, Ref<InArchive> handler);
+    /// `files` are the opened file and its volumes.
+    Items(const Format& format, Ref<InArchive> handler, std::vector<SourcePtr> files);
     /// Counts and numbers the items. LimitExceeded when there are too many.
     Result<void> load(const Limits& limits, const CancelToken& cancel);
 
@@ -50,9 +52,14 @@ private:
     void fillTimes(std::uint32_t item, Entry& entry) const;
     void fillKind(std::uint32_t item, Item& target) const;
     void fillName(std::uint32_t item, Item& target) const;
+    void fillCabName(Item& target) const;
+    std::string reparseTarget(std::uint32_t item) const;
 
     const Format& m_format;
     Ref<InArchive> m_handler;
+    Ref<RawProperties> m_raw;
+    std::vector<SourcePtr> m_files;
+    mutable std::optional<CabNames> m_cabNames; // read when a name is not ASCII
     std::bitset<kKnownProperties> m_known;
     std::uint32_t m_total = 0;
     bool m_isIdentity = true;

@@ -11,6 +11,7 @@ struct Format {
         Unicode, ///< UTF-16 or UTF-8 by definition
         Utf8, ///< bytes that are UTF-8 by definition
         Bytes, ///< bytes in a charset that the archive does not declare
+        Cab, ///< bytes too, some declared UTF-8, separated by backslashes
         Zip, ///< declared entry by entry
     };
     const char* id; ///< of the registry's row

@@ -15,7 +15,7 @@ namespace {
 using Names = Format::Names;
 
 constexpr Format k7z{.id = "7z", .classId = 0x07};
-constexpr Format kCab{.id = "cab", .classId = 0x08, .names = Names::Bytes};
+constexpr Format kCab{.id = "cab", .classId = 0x08, .names = Names::Cab};
 constexpr Format kChm{.id = "chm", .classId = 0xE9, .names = Names::Utf8};
 constexpr Format kHxs{.id = "hxs", .classId = 0xCE, .names = Names::Utf8};
 constexpr Format kCompound{.id = "compound", .classId = 0xE5};
