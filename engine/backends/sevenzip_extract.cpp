@@ -9,7 +9,7 @@ namespace vantoro::sevenzip {
 
 namespace {
 
-constexpr std::size_t kMostAtOnce = 256 << 10; // bytes delivered between two looks at the stop flag
+constexpr std::size_t kMostAtOnce = 64 << 10; // bytes delivered between two looks at the stop flag
 
 /// What the method says of the decoder's memory: "LZMA2:26", "LZMA:1536m", "PPMD:o32:mem30".
 std::uint64_t memoryOf(std::string_view method)
