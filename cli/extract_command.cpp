@@ -207,6 +207,9 @@ private:
 
 int runExtract(const Arguments& arguments, const CancelToken& cancel)
 {
+    static OrphanFile orphans(defaultOrphanFilePath());
+    orphans.sweep();
+    setOrphanList(&orphans);
     PasswordSource passwords(arguments);
     int status = kWhole;
     for (const auto& path : arguments.archives) {

@@ -40,8 +40,7 @@ int run(const Arguments& arguments)
     case Command::List:
         return runList(arguments, cancel);
     case Command::Extract:
-        complain({}, {}, "extraction is not built yet");
-        return kFailed;
+        return runExtract(arguments, cancel);
     case Command::Test:
         return runTest(arguments, cancel);
     case Command::Formats:

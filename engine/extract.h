@@ -2,6 +2,7 @@
 
 #include "engine/extract/hidden_folder.h"
 #include "engine/extract/options.h"
+#include "engine/extract/orphan_file.h"
 #include "engine/extract/printable.h"
 #include "engine/extract/report.h"
 #include "engine/extract/unique_path.h"
