@@ -122,7 +122,8 @@ private:
         Entry entry;
         entry.index = index;
         entry.name = header.name;
-        entry.pathStyle = header.flags & arj::kUnixPath ? PathStyle::Unix : PathStyle::Dos;
+        const auto flags = header.flags | m_contents.archive.flags; // the free arj says it of the archive alone
+        entry.pathStyle = flags & arj::kUnixPath ? PathStyle::Unix : PathStyle::Dos;
         entry.kind = header.kind == Kind::Folder ? EntryKind::Folder
             : header.kind == Kind::UnixSpecial   ? EntryKind::Other
                                                  : EntryKind::File;
