@@ -6,6 +6,9 @@
 #include "engine/formats/arj.h"
 #include "engine/formats/iso.h"
 #include "engine/formats/rpm.h"
+#include "engine/formats/single_stream.h"
+#include "engine/formats/streams.h"
+#include "engine/formats/tar.h"
 
 #include <algorithm>
 #include <atomic>
@@ -21,6 +24,7 @@ std::vector<const FormatRow*> collectContainers()
 {
     // Among equals the order decides. UDF before ISO 9660: it says itself on which hybrid discs ISO is the better half.
     std::vector<const FormatRow*> rows;
+    rows.push_back(&kTarFormat);
     for (const auto& row : sevenZipRows())
         rows.push_back(&row);
     rows.push_back(&kIsoFormat);
@@ -158,19 +162,29 @@ Result<std::vector<std::byte>> readHead(const StreamFactory& factory)
     return head;
 }
 
-Result<ArchivePtr> openStreamed(const StreamFormatRow& row, const SourcePtr& source, const OpenContext& context)
+/// A file of any kind may lie in these; other rows hold one kind of archive.
+bool mayHoldAnyFile(const StreamFormatRow& row)
+{
+    return std::any_of(streamRows().begin(), streamRows().end(), [&](const auto& known) { return &known == &row; });
+}
+
+Result<ArchivePtr> openStreamed(const StreamFormatRow& row, Match outerMatch, const SourcePtr& source,
+                                const OpenContext& context)
 {
     auto packed = std::make_shared<const CountingSource>(source);
-    const StreamFactory factory = [&row, packed, limits = context.limits, cancel = context.cancel] {
-        StreamParams params;
-        params.threads = std::max(1U, std::thread::hardware_concurrency());
-        params.limits = limits;
-        params.cancel = cancel;
-        return row.open(packed, params);
+    const auto factoryWith = [&](unsigned threads) {
+        return StreamFactory([&row, packed, threads, limits = context.limits, cancel = context.cancel] {
+            StreamParams params;
+            params.threads = threads;
+            params.limits = limits;
+            params.cancel = cancel;
+            return row.open(packed, params);
+        });
     };
+    const auto factory = factoryWith(std::max(1U, std::thread::hardware_concurrency()));
     auto inner = context;
     inner.name = innerName(row, context.name);
-    const auto head = readHead(factory);
+    const auto head = readHead(factoryWith(1)); // a head is not worth several decoders
     if (head) {
         std::vector<Candidate> candidates;
         const ProbeInput input{*head, nullptr, inner.name};
@@ -190,6 +204,8 @@ Result<ArchivePtr> openStreamed(const StreamFormatRow& row, const SourcePtr& sou
     } else if (head.error().code == ErrorCode::Cancelled || head.error().code == ErrorCode::LimitExceeded) {
         return head.error();
     }
+    if (mayHoldAnyFile(row) && (head || outerMatch == Match::Sure))
+        return openSingleStream(row, source, context);
     return Error{ErrorCode::NotAnArchive, "no archive in the stream"};
 }
 
@@ -206,6 +222,8 @@ std::span<const StreamFormatRow* const> streamFormats()
     static const auto rows = [] {
         std::vector<const StreamFormatRow*> result;
         result.push_back(&kRpmFormat);
+        for (const auto& row : streamRows())
+            result.push_back(&row);
         return result;
     }();
     return rows;
@@ -226,7 +244,7 @@ Result<ArchivePtr> openSource(const SourcePtr& source, const OpenContext& contex
     for (const auto& candidate : candidates) {
         auto archive = guarded([&] {
             return candidate.container ? candidate.container->open(source, context)
-                                       : openStreamed(*candidate.stream, source, context);
+                                       : openStreamed(*candidate.stream, candidate.match, source, context);
         });
         if (archive)
             return archive;

@@ -32,7 +32,10 @@ class SingleStream final : public Archive {
 public:
     SingleStream(const StreamFormatRow& row, SourcePtr source, const OpenContext& context,
                  StreamFormatRow::Inner described)
-        : m_row(row), m_source(std::move(source)), m_cancel(context.cancel), m_limits(context.limits)
+        : m_row(row)
+        , m_source(std::move(source))
+        , m_cancel(context.cancel)
+        , m_limits(context.limits)
     {
         m_info.format = row.id;
         m_name = lastComponent(described.name);

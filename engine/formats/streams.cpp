@@ -23,7 +23,8 @@ namespace {
 class CountedStream final : public ByteStream {
 public:
     CountedStream(StreamPtr stream, std::atomic<std::uint64_t>& counter)
-        : m_stream(std::move(stream)), m_counter(counter)
+        : m_stream(std::move(stream))
+        , m_counter(counter)
     {
     }
     Result<std::size_t> read(Bytes into) override
@@ -157,8 +158,7 @@ bool hasExtension(std::string_view name, std::span<const std::string_view> exten
 }
 
 /// A format without a signature: the name has the extension, and the beginning can be decoded.
-template <auto openCodec>
-Match probeByDecoding(const ProbeInput& input, std::span<const std::string_view> extensions)
+template <auto openCodec> Match probeByDecoding(const ProbeInput& input, std::span<const std::string_view> extensions)
 {
     if (!hasExtension(input.name, extensions))
         return Match::No;

@@ -59,7 +59,10 @@ bool stopsAtOnce(const Error& error)
 class TarArchive final : public Archive {
 public:
     TarArchive(SourcePtr source, StreamFactory stream, const OpenContext& context)
-        : m_source(std::move(source)), m_stream(std::move(stream)), m_cancel(context.cancel), m_limits(context.limits)
+        : m_source(std::move(source))
+        , m_stream(std::move(stream))
+        , m_cancel(context.cancel)
+        , m_limits(context.limits)
     {
         m_info.format = "tar";
         m_info.listsCheaply = m_source != nullptr;

@@ -13,13 +13,19 @@ constexpr std::size_t kDirect = 64 << 10; // from this length on data go straigh
 }
 
 TarInput::TarInput(SourcePtr source, std::atomic<std::uint64_t>* counter, CancelToken cancel)
-    : m_source(std::move(source)), m_counter(counter), m_cancel(std::move(cancel)), m_buffer(kBuffer),
-      m_ahead(kLeastAhead)
+    : m_source(std::move(source))
+    , m_counter(counter)
+    , m_cancel(std::move(cancel))
+    , m_buffer(kBuffer)
+    , m_ahead(kLeastAhead)
 {
 }
 
 TarInput::TarInput(StreamPtr stream, CancelToken cancel)
-    : m_stream(std::move(stream)), m_cancel(std::move(cancel)), m_buffer(kBuffer), m_ahead(kBuffer)
+    : m_stream(std::move(stream))
+    , m_cancel(std::move(cancel))
+    , m_buffer(kBuffer)
+    , m_ahead(kBuffer)
 {
 }
 

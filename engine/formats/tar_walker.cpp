@@ -45,7 +45,9 @@ bool isAscending(const std::vector<TarExtent>& map, std::uint64_t size, std::uin
 }
 
 TarWalker::TarWalker(TarInput& input, const Limits& limits, const CancelToken& cancel)
-    : m_input(input), m_limits(limits), m_cancel(cancel)
+    : m_input(input)
+    , m_limits(limits)
+    , m_cancel(cancel)
 {
 }
 
@@ -102,7 +104,9 @@ Result<bool> TarWalker::findHeader()
             TRY(m_cancel.check());
         const auto block = TRY(m_input.peek(kTarBlock));
         if (block.size() < kTarBlock) {
-            reportDamage({ErrorCode::Truncated, "tar: no end mark"});
+            // The oldest tars ended where their tape did.
+            if (!block.empty() || !m_isOld)
+                reportDamage({ErrorCode::Truncated, "tar: no end mark"});
             return false;
         }
         if (isZeroBlock(block)) {
@@ -111,7 +115,6 @@ Result<bool> TarWalker::findHeader()
             if (two.size() < 2 * kTarBlock || !isPlausibleTarHeader(two.subspan(kTarBlock)))
                 return false;
         } else if (m_damage && searched > 1 ? isPlausibleTarHeader(block) : isTarHeader(block)) {
-            m_seenHeader = true;
             return true;
         } else {
             reportDamage({ErrorCode::Corrupt, "tar: checksum of a header"});
@@ -130,6 +133,7 @@ Result<TarWalker::Found> TarWalker::takeHeader(TarMember& member)
     std::copy(view.begin(), view.end(), block.begin());
     m_input.consume(kTarBlock);
     const auto header = TarHeader::parse(block);
+    m_isOld = header.dialect == TarHeader::Dialect::V7;
     if (!header.size || *header.size < 0) {
         // Where the next header lies is not known: it is searched for.
         reportDamage({ErrorCode::Corrupt, "tar: size of a member"});

@@ -59,7 +59,7 @@ private:
     std::uint64_t m_dataLeft = 0; // of the current member, not yet read
     std::uint64_t m_padding = 0; // behind it
     bool m_inMember = false;
-    bool m_seenHeader = false;
+    bool m_isOld = false; // the last header was of the Unix V7 dialect
     std::optional<Error> m_damage;
 };
 
