@@ -1,6 +1,7 @@
 #include "engine/backends/lhasa_archive.h"
 
 #include "engine/backends/lhasa_decoder.h"
+#include "engine/codecs/lh_dynamic.h"
 #include "engine/crypto/crc16.h"
 #include "engine/formats/lha_header.h"
 
@@ -176,8 +177,10 @@ private:
     {
         if (header.dataPosition > m_source->size())
             return Error{ErrorCode::Truncated, "lha: data past the end"};
-        return openLhasaDecoder(header.method, windowStream(m_source, header.dataPosition, header.packedSize),
-                                header.size);
+        auto packed = windowStream(m_source, header.dataPosition, header.packedSize);
+        if (header.method == "-lh2-")
+            return openLhDynamic(std::move(packed), header.size); // liblhasa does not know it
+        return openLhasaDecoder(header.method, std::move(packed), header.size);
     }
 
     Result<void> readEntry(std::size_t index, LaneReceiver& lane) const
