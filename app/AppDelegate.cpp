@@ -5,10 +5,9 @@
 
 #include "files/CustomePanel.h"
 #include "files/FileFormats.h"
-#include "platform/DefaultsStore.h"
+#include "platform/OrphanedFolders.h"
 #include "platform/PathNames.h"
 #include "platform/Workspace.h"
-#include "platform/XADPlatform.h"
 
 #include <QDebug>
 #include <QDir>
@@ -19,7 +18,6 @@
 namespace vantoro {
 namespace {
 
-const QString kOrphanedTempDirectories = QStringLiteral("orphanedTempDirectories");
 const QUrl kSupportPage(QStringLiteral("https://vantoro.org/support"));
 const QUrl kHomePage(QStringLiteral("https://vantoro.org/"));
 
@@ -38,14 +36,7 @@ AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::awakeFromNib() { clearTempFolders(); }
 
-/// What earlier runs left behind; folders of a run that is still alive stay on the list.
-void AppDelegate::clearTempFolders()
-{
-    DefaultsStore& store = DefaultsStore::standard();
-    const QStringList folders = store.stringArrayForKey(kOrphanedTempDirectories);
-    if (!folders.isEmpty())
-        store.setObject(kOrphanedTempDirectories, XADPlatform::removeOrphans(folders));
-}
+void AppDelegate::clearTempFolders() { OrphanedFolders::sweep(); }
 
 /// These settings last until the next launch, whatever they were changed to.
 void AppDelegate::applicationDidFinishLaunching()

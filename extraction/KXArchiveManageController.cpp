@@ -1,7 +1,7 @@
 #include "extraction/KXArchiveManageController.h"
 
 #include "app/KXPrefsDefault.h"
-#include "platform/DefaultsStore.h"
+#include "platform/OrphanedFolders.h"
 #include "platform/PathNames.h"
 #include "platform/Workspace.h"
 #include "platform/XADException.h"
@@ -14,7 +14,6 @@
 namespace vantoro {
 namespace {
 
-const QString kOrphanedTempDirectories = QStringLiteral("orphanedTempDirectories");
 constexpr int kIntoDestination = 3; // folder-creation modes
 constexpr int kAlwaysEnclosed = 2;
 
@@ -347,21 +346,8 @@ void KXArchiveManageController::showResult()
         workspace.selectFile(m_final);
 }
 
-void KXArchiveManageController::rememberTempDirectory(const QString& path)
-{
-    QStringList folders = DefaultsStore::standard().stringArrayForKey(kOrphanedTempDirectories);
-    if (folders.contains(path))
-        return;
-    folders += path;
-    DefaultsStore::standard().setObject(kOrphanedTempDirectories, folders);
-}
-
-void KXArchiveManageController::forgetTempDirectory(const QString& path)
-{
-    QStringList folders = DefaultsStore::standard().stringArrayForKey(kOrphanedTempDirectories);
-    if (folders.removeAll(path) > 0)
-        DefaultsStore::standard().setObject(kOrphanedTempDirectories, folders);
-}
+void KXArchiveManageController::rememberTempDirectory(const QString& path) { OrphanedFolders::remember(path); }
+void KXArchiveManageController::forgetTempDirectory(const QString& path) { OrphanedFolders::forget(path); }
 
 void KXArchiveManageController::clearGlobalPassword()
 {
