@@ -506,7 +506,11 @@ void JobTest::jobThatIsDroppedInTheMiddleCleansUp()
     QVERIFY(zip.write(path("a.zip")));
     auto job = makeJob("a.zip");
     std::atomic<bool> started{false};
-    m_view->onStep = [&](const QString&) { started = true; };
+    m_view->onStep = [&started, running = job.get()](const QString&) {
+        started = true;
+        while (!running->isCancelled())
+            std::this_thread::yield();
+    };
     job->prepare();
     job->runWithFinishAction(
         Action<KXArchiveManageController*>(this, [this](KXArchiveManageController*) { ++m_finished; }));
