@@ -50,6 +50,7 @@ namespace {
                 return {};
             return {m_fd, position};
         }
+        std::vector<FilePart> fileParts() const override { return {{m_fd, 0, m_size}}; }
 
     private:
         const int m_fd;
@@ -94,6 +95,19 @@ namespace {
                 return {};
             return m_source->fileRange(m_offset + position, length);
         }
+        std::vector<FilePart> fileParts() const override
+        {
+            std::vector<FilePart> inside;
+            std::uint64_t start = 0; // of the part at hand within the source
+            for (const auto& part : m_source->fileParts()) {
+                const auto from = std::max(start, m_offset);
+                const auto to = std::min(start + part.length, m_offset + m_length);
+                if (from < to)
+                    inside.push_back({part.fd, part.position + (from - start), to - from});
+                start += part.length;
+            }
+            return inside;
+        }
 
     private:
         SourcePtr m_source;
@@ -133,6 +147,17 @@ namespace {
             const auto index = partAt(position);
             return m_parts[index]->fileRange(position - m_starts[index], length);
         }
+        std::vector<FilePart> fileParts() const override
+        {
+            std::vector<FilePart> all;
+            for (const auto& part : m_parts) {
+                const auto files = part->fileParts();
+                if (files.empty() && part->size() > 0)
+                    return {};
+                all.insert(all.end(), files.begin(), files.end());
+            }
+            return all;
+        }
 
     private:
         std::size_t partAt(std::uint64_t position) const
@@ -167,6 +192,8 @@ Result<SourcePtr> fileSource(int fd)
     }
     return SourcePtr(std::make_shared<FileSource>(fd, size));
 }
+
+SourcePtr fileSource(int fd, std::uint64_t size) { return std::make_shared<FileSource>(fd, size); }
 
 Result<SourcePtr> openFileSource(const std::string& path)
 {

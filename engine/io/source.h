@@ -28,6 +28,15 @@ public:
     };
     virtual FileRange fileRange(std::uint64_t position, std::uint64_t length) const;
 
+    /// A piece of a file, for handing over to another process.
+    struct FilePart {
+        int fd = -1; ///< stays owned by the source
+        std::uint64_t position = 0;
+        std::uint64_t length = 0;
+    };
+    /// The files behind the whole source, in order; empty when not all of it lies in files.
+    virtual std::vector<FilePart> fileParts() const { return {}; }
+
     /// Reads exactly `into.size()` bytes, Truncated otherwise.
     Result<void> readExactly(std::uint64_t position, Bytes into) const;
 };
@@ -38,6 +47,8 @@ using SourcePtr = std::shared_ptr<const ByteSource>; // shared: the archive and 
 Result<SourcePtr> openFileSource(const std::string& path);
 /// Takes ownership of `fd`, also on failure.
 Result<SourcePtr> fileSource(int fd);
+/// The same for a caller that knows the size in bytes and that it is a file: asks the system nothing.
+SourcePtr fileSource(int fd, std::uint64_t size);
 SourcePtr memorySource(std::vector<std::byte> data);
 SourcePtr memorySource(std::string_view text);
 /// [offset, offset + length) of `source`, clipped to its size.

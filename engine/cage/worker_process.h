@@ -1,0 +1,47 @@
+#pragma once
+
+#include "engine/cage/channel.h"
+#include "engine/cage/shared_area.h"
+
+#include <sys/types.h>
+
+namespace vantoro::cage {
+
+/// Descriptors of a worker process at its start.
+constexpr int kWorkerSocket = 3;
+constexpr int kWorkerMemory = 4;
+
+/// Path of the worker program: VANTORO_WORKER, else "vantoro-worker" beside this program, else where it is installed.
+/// Empty when there is none, or when VANTORO_CAGE=off.
+std::string workerProgram();
+
+/// A running worker. Killed and reaped when it goes.
+class WorkerProcess {
+public:
+    /// Starts `program` and waits until it is confined.
+    static Result<std::unique_ptr<WorkerProcess>> start(const std::string& program, unsigned lanes);
+    WorkerProcess(const WorkerProcess&) = delete;
+    WorkerProcess& operator=(const WorkerProcess&) = delete;
+    ~WorkerProcess();
+
+    const Channel& channel() const { return m_channel; }
+    SharedArea& area() { return m_area; }
+    std::uint32_t confinement() const { return m_confinement; }
+    bool isAlive();
+    void kill();
+    /// Seconds of processor time that it has used so far.
+    double cpuSeconds() const;
+
+private:
+    WorkerProcess(pid_t pid, Channel channel, SharedArea area)
+        : m_pid(pid), m_channel(std::move(channel)), m_area(std::move(area))
+    {
+    }
+    pid_t m_pid;
+    bool m_isReaped = false;
+    std::uint32_t m_confinement = 0;
+    Channel m_channel;
+    SharedArea m_area;
+};
+
+}

@@ -1,0 +1,20 @@
+// The worker: opens, lists and decodes one archive for a parent process, with no means to do anything else.
+#include "engine/cage/confinement.h"
+#include "engine/cage/worker.h"
+#include "engine/cage/worker_process.h"
+#include "engine/preload.h"
+#include "engine/registry.h"
+
+#include <ctime>
+
+#include <malloc.h>
+
+int main()
+{
+    // One arena a thread would use up the address space that the limits leave.
+    ::mallopt(M_ARENA_MAX, 2);
+    ::tzset();
+    vantoro::preloadLibraries();
+    const auto steps = vantoro::cage::confineThisProcess(vantoro::cage::kWorkerMemory);
+    return vantoro::cage::serve(&vantoro::openSource, steps);
+}
