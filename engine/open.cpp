@@ -1,5 +1,7 @@
 #include "engine/open.h"
 
+#include "engine/cage/caged_archive.h"
+#include "engine/cage/worker_process.h"
 #include "engine/registry.h"
 #include "engine/volumes.h"
 
@@ -97,7 +99,8 @@ Result<std::unique_ptr<OpenedArchive>> openArchive(const std::string& path, cons
         context.name = context.name.substr(0, context.name.rfind('.'));
     }
     auto opened = std::make_unique<FileArchive>(path, std::move(folder), set ? set->names : std::vector<std::string>());
-    auto archive = openSource(source, context);
+    const auto worker = cage::workerProgram();
+    auto archive = worker.empty() ? openSource(source, context) : cage::openCaged(worker, source, context);
     if (!archive && set && looksCutShort(archive.error())) {
         tellMissing(set->next);
         return Error{ErrorCode::MissingVolume, "the cut file goes on in a piece that is not there"};

@@ -16,248 +16,253 @@ namespace vantoro::cage {
 
 namespace {
 
-    constexpr int kTick = 20; // milliseconds between two looks at the stop flag and the worker's health
+constexpr int kTick = 20; // milliseconds between two looks at the stop flag and the worker's health
 
-    /// The files behind a source, or a sealed copy of it in memory where there are none.
-    struct Handover {
-        std::vector<int> fds;
-        std::vector<std::uint64_t> values; // offset and length of each
-        Descriptor copy;
-    };
+/// The files behind a source, or a sealed copy of it in memory where there are none.
+struct Handover {
+    std::vector<int> fds;
+    std::vector<std::uint64_t> values; // offset and length of each
+    Descriptor copy;
+};
 
-    Result<Descriptor> memoryFile(ConstBytes bytes)
+Result<Descriptor> memoryFile(ConstBytes bytes)
+{
+    Descriptor file(::memfd_create("vantoro-handover", MFD_CLOEXEC));
+    if (file.get() < 0)
+        return Error{ErrorCode::OutOfMemory, "cage: memfd_create", errno};
+    while (!bytes.empty()) {
+        const auto count = ::write(file.get(), bytes.data(), bytes.size());
+        if (count <= 0)
+            return Error{ErrorCode::OutOfMemory, "cage: filling a memfd", errno};
+        bytes = bytes.subspan(static_cast<std::size_t>(count));
+    }
+    return file;
+}
+
+Result<Handover> handOver(const ByteSource& source)
+{
+    Handover result;
+    for (const auto& part : source.fileParts()) {
+        result.fds.push_back(part.fd);
+        result.values.insert(result.values.end(), {part.position, part.length});
+    }
+    if (result.fds.size() > kMaxParts)
+        return Error{ErrorCode::LimitExceeded, "cage: a source of too many files"};
+    if (result.fds.empty()) {
+        const auto block = TRY(readBlock(source, 0, static_cast<std::size_t>(source.size())));
+        result.copy = TRY(memoryFile(block));
+        result.fds.push_back(result.copy.get());
+        result.values = {0, block.size()};
+    }
+    return result;
+}
+
+class CagedArchive final : public Archive {
+public:
+    CagedArchive(std::string program, SourcePtr source, OpenContext context)
+        : m_program(std::move(program))
+        , m_source(std::move(source))
+        , m_context(std::move(context))
     {
-        Descriptor file(::memfd_create("vantoro-handover", MFD_CLOEXEC));
-        if (file.get() < 0)
-            return Error{ErrorCode::OutOfMemory, "cage: memfd_create", errno};
-        while (!bytes.empty()) {
-            const auto count = ::write(file.get(), bytes.data(), bytes.size());
-            if (count <= 0)
-                return Error{ErrorCode::OutOfMemory, "cage: filling a memfd", errno};
-            bytes = bytes.subspan(static_cast<std::size_t>(count));
-        }
-        return file;
     }
 
-    Result<Handover> handOver(const ByteSource& source)
+    Result<void> open()
     {
-        Handover result;
-        for (const auto& part : source.fileParts()) {
-            result.fds.push_back(part.fd);
-            result.values.insert(result.values.end(), {part.position, part.length});
+        const auto lanes = std::clamp(std::thread::hardware_concurrency(), 1U, kMaxLanes);
+        m_worker = TRY(WorkerProcess::start(m_program, lanes));
+        m_readers.clear();
+        for (unsigned i = 0; i < lanes; ++i)
+            m_readers.push_back(std::make_unique<RingReader>(m_worker->area(), i));
+        const auto handover = TRY(handOver(*m_source));
+        Message message;
+        message.type = MessageType::Open;
+        message.text = m_context.name;
+        message.values = handover.values;
+        return finish(request(message, handover.fds, nullptr));
+    }
+
+    const ArchiveInfo& info() const override { return m_info; }
+
+    Result<void> list(EntryVisitor& visitor) override
+    {
+        TRY(ensureOpen());
+        Message message;
+        message.type = MessageType::List;
+        Pump pump;
+        pump.add(std::make_unique<ListPump>(*m_readers[0], visitor, m_context.limits));
+        return finish(request(message, {}, &pump));
+    }
+
+    Result<void> read(const ReadRequest& wish, Lanes& lanes) override
+    {
+        TRY(ensureOpen());
+        Message message;
+        message.type = MessageType::Read;
+        message.number = std::min<std::uint64_t>(lanes.count(), m_readers.size());
+        Descriptor selection;
+        std::vector<int> fds;
+        if (wish.selection) {
+            selection = TRY(memoryFile(std::as_bytes(std::span(*wish.selection))));
+            message.flag = true;
+            message.values = {wish.selection->size()};
+            fds.push_back(selection.get());
         }
-        if (result.fds.size() > kMaxParts)
-            return Error{ErrorCode::LimitExceeded, "cage: a source of too many files"};
-        if (result.fds.empty()) {
-            const auto block = TRY(readBlock(source, 0, static_cast<std::size_t>(source.size())));
-            result.copy = TRY(memoryFile(block));
-            result.fds.push_back(result.copy.get());
-            result.values = {0, block.size()};
-        }
+        m_worker->area().header().packedBytesRead.store(0);
+        m_progress = wish.packedBytesRead;
+        Pump pump;
+        for (unsigned i = 0; i < message.number; ++i)
+            pump.add(std::make_unique<DataPump>(*m_readers[i], lanes.lane(i), wish, m_context.limits));
+        const auto result = finish(request(message, fds, &pump));
+        m_progress = nullptr;
         return result;
     }
 
-    class CagedArchive final : public Archive {
-    public:
-        CagedArchive(std::string program, SourcePtr source, OpenContext context)
-            : m_program(std::move(program)), m_source(std::move(source)), m_context(std::move(context))
-        {
-        }
-
-        Result<void> open()
-        {
-            const auto lanes = std::clamp(std::thread::hardware_concurrency(), 1U, kMaxLanes);
-            m_worker = TRY(WorkerProcess::start(m_program, lanes));
-            m_readers.clear();
-            for (unsigned i = 0; i < lanes; ++i)
-                m_readers.push_back(std::make_unique<RingReader>(m_worker->area(), i));
-            const auto handover = TRY(handOver(*m_source));
-            Message message;
-            message.type = MessageType::Open;
-            message.text = m_context.name;
-            message.values = handover.values;
-            return finish(request(message, handover.fds, nullptr));
-        }
-
-        const ArchiveInfo& info() const override { return m_info; }
-
-        Result<void> list(EntryVisitor& visitor) override
-        {
-            TRY(ensureOpen());
-            Message message;
-            message.type = MessageType::List;
-            Pump pump;
-            pump.add(std::make_unique<ListPump>(*m_readers[0], visitor, m_context.limits));
-            return finish(request(message, {}, &pump));
-        }
-
-        Result<void> read(const ReadRequest& wish, Lanes& lanes) override
-        {
-            TRY(ensureOpen());
-            Message message;
-            message.type = MessageType::Read;
-            message.number = std::min<std::uint64_t>(lanes.count(), m_readers.size());
-            Descriptor selection;
-            std::vector<int> fds;
-            if (wish.selection) {
-                selection = TRY(memoryFile(std::as_bytes(std::span(*wish.selection))));
-                message.flag = true;
-                message.values = {wish.selection->size()};
-                fds.push_back(selection.get());
-            }
-            m_worker->area().header().packedBytesRead.store(0);
-            m_progress = wish.packedBytesRead;
-            Pump pump;
-            for (unsigned i = 0; i < message.number; ++i)
-                pump.add(std::make_unique<DataPump>(*m_readers[i], lanes.lane(i), wish, m_context.limits));
-            const auto result = finish(request(message, fds, &pump));
-            m_progress = nullptr;
-            return result;
-        }
-
-    private:
-        Result<void> ensureOpen()
-        {
-            if (m_worker && m_worker->isAlive())
-                return {};
-            return open();
-        }
-
-        /// Sends a request and serves the worker until it says that it is done; `pump` takes the records meanwhile.
-        Result<void> request(const Message& message, std::span<const int> fds, Pump* pump)
-        {
-            TRY(m_worker->channel().send(message, fds));
-            Watch watch(*m_worker, m_source->size());
-            if (pump)
-                pump->start();
-            const auto result = serve(watch, pump);
-            if (!result)
-                m_worker->kill();
-            if (pump) {
-                const auto pumped = pump->finish(result ? std::nullopt : std::optional(result.error()));
-                if (!pumped) {
-                    m_worker->kill(); // it may still be filling the rings
-                    return pumped;
-                }
-            }
-            if (!result)
-                return pump && pump->progress() > 0 ? reportAsDamage(result.error()) : result;
-            TRY(takeInfo(pump));
-            return m_outcome ? Result<void>(*m_outcome) : Result<void>();
-        }
-
-        /// What came out before the worker failed stays: its failure is damage of the archive.
-        Result<void> reportAsDamage(const Error& error)
-        {
-            if (error.code == ErrorCode::Cancelled)
-                return error;
-            m_info.damage = error;
+private:
+    Result<void> ensureOpen()
+    {
+        if (m_worker && m_worker->isAlive())
             return {};
-        }
+        return open();
+    }
 
-        Result<void> serve(Watch& watch, Pump* pump)
-        {
-            while (true) {
-                TRY(m_context.cancel.check());
-                auto received = TRY(m_worker->channel().receive(kTick, 0));
-                if (m_progress)
-                    m_progress->store(watch.packedBytesRead(), std::memory_order_relaxed);
-                if (pump && pump->isBroken())
-                    return Error{ErrorCode::Cancelled, "cage: the receiver has stopped"};
-                if (!received) {
-                    TRY(watch.check(pump ? pump->progress() : 0));
-                    continue;
-                }
-                if (received->message.type == MessageType::Done) {
-                    m_outcome = received->message.error;
-                    return {};
-                }
-                TRY(answer(received->message));
-                watch.restart();
+    /// Sends a request and serves the worker until it says that it is done; `pump` takes the records meanwhile.
+    Result<void> request(const Message& message, std::span<const int> fds, Pump* pump)
+    {
+        TRY(m_worker->channel().send(message, fds));
+        Watch watch(*m_worker, m_source->size());
+        if (pump)
+            pump->start();
+        const auto result = serve(watch, pump);
+        if (!result)
+            m_worker->kill();
+        if (pump) {
+            const auto pumped = pump->finish(result ? std::nullopt : std::optional(result.error()));
+            if (!pumped) {
+                m_worker->kill(); // it may still be filling the rings
+                return pumped;
             }
         }
+        if (!result)
+            return pump && pump->progress() > 0 ? reportAsDamage(result.error()) : result;
+        TRY(takeInfo(pump));
+        return m_outcome ? Result<void>(*m_outcome) : Result<void>();
+    }
 
-        Result<void> answer(const Message& question)
-        {
-            Message reply;
-            if (question.type == MessageType::NeedVolume)
-                return answerVolume(question.text);
-            if (question.type != MessageType::NeedPassword)
-                return Error{ErrorCode::DecoderStopped, "cage: the worker sent what only we send"};
-            reply.type = MessageType::Password;
-            const auto secret = givePassword(static_cast<unsigned>(question.number));
-            if (secret)
-                reply.text = secret->text();
-            else
-                reply.error = secret.error();
-            const auto sent = m_worker->channel().send(reply);
-            wipe(reply.text.data(), reply.text.size());
-            return sent;
-        }
+    /// What came out before the worker failed stays: its failure is damage of the archive.
+    Result<void> reportAsDamage(const Error& error)
+    {
+        if (error.code == ErrorCode::Cancelled)
+            return error;
+        m_info.damage = error;
+        return {};
+    }
 
-        Result<Secret> givePassword(unsigned attempt)
-        {
-            if (!m_context.passwords)
-                return Error{ErrorCode::PasswordNeeded, "nobody to ask"};
-            // A worker that took the place of a dead one asks from the start: it gets what was right before.
-            if (attempt == 0 && m_lastPassword)
-                return *m_lastPassword;
-            auto secret = m_context.passwords->password(attempt);
-            if (secret)
-                m_lastPassword = *secret;
-            return secret;
-        }
-
-        Result<void> answerVolume(const std::string& name)
-        {
-            Message reply;
-            reply.type = MessageType::Volume;
-            Result<SourcePtr> volume = Error{ErrorCode::MissingVolume, "cage: not a bare name"};
-            if (m_context.volumes && !name.empty() && name.find('/') == std::string::npos)
-                volume = m_context.volumes->openVolume(name);
-            if (!volume) {
-                reply.error = volume.error();
-                return m_worker->channel().send(reply);
+    Result<void> serve(Watch& watch, Pump* pump)
+    {
+        while (true) {
+            TRY(m_context.cancel.check());
+            auto answered = m_worker->channel().receive(kTick, 0);
+            if (!answered)
+                return Error{ErrorCode::DecoderStopped, answered.error().what, answered.error().osError};
+            const auto& received = *answered;
+            if (m_progress)
+                m_progress->store(watch.packedBytesRead(), std::memory_order_relaxed);
+            if (pump && pump->isBroken())
+                return Error{ErrorCode::Cancelled, "cage: the receiver has stopped"};
+            if (!received) {
+                TRY(watch.check(pump ? pump->progress() : 0));
+                continue;
             }
-            const auto handover = TRY(handOver(**volume));
-            reply.values = handover.values;
-            return m_worker->channel().send(reply, handover.fds);
-        }
-
-        /// The description stands in ring 0 behind everything else.
-        Result<void> takeInfo(Pump* pump)
-        {
-            if (pump && pump->info()) {
-                m_info = *pump->info();
+            if (received->message.type == MessageType::Done) {
+                m_outcome = received->message.error;
                 return {};
             }
-            const auto record = TRY(m_readers[0]->next());
-            if (!record || record->type != RecordType::Info)
-                return m_outcome ? Result<void>() : Error{ErrorCode::DecoderStopped, "cage: no description came"};
-            const std::vector<std::byte> copy(record->payload.begin(), record->payload.end());
-            m_readers[0]->release();
-            m_info = TRY(parseInfo(copy));
+            TRY(answer(received->message));
+            watch.restart();
+        }
+    }
+
+    Result<void> answer(const Message& question)
+    {
+        Message reply;
+        if (question.type == MessageType::NeedVolume)
+            return answerVolume(question.text);
+        if (question.type != MessageType::NeedPassword)
+            return Error{ErrorCode::DecoderStopped, "cage: the worker sent what only we send"};
+        reply.type = MessageType::Password;
+        const auto secret = givePassword(static_cast<unsigned>(question.number));
+        if (secret)
+            reply.text = secret->text();
+        else
+            reply.error = secret.error();
+        const auto sent = m_worker->channel().send(reply);
+        wipe(reply.text.data(), reply.text.size());
+        return sent;
+    }
+
+    Result<Secret> givePassword(unsigned attempt)
+    {
+        if (!m_context.passwords)
+            return Error{ErrorCode::PasswordNeeded, "nobody to ask"};
+        // A worker that took the place of a dead one asks from the start: it gets what was right before.
+        if (attempt == 0 && m_lastPassword)
+            return *m_lastPassword;
+        auto secret = m_context.passwords->password(attempt);
+        if (secret)
+            m_lastPassword = *secret;
+        return secret;
+    }
+
+    Result<void> answerVolume(const std::string& name)
+    {
+        Message reply;
+        reply.type = MessageType::Volume;
+        Result<SourcePtr> volume = Error{ErrorCode::MissingVolume, "cage: not a bare name"};
+        if (m_context.volumes && !name.empty() && name.find('/') == std::string::npos)
+            volume = m_context.volumes->openVolume(name);
+        if (!volume) {
+            reply.error = volume.error();
+            return m_worker->channel().send(reply);
+        }
+        const auto handover = TRY(handOver(**volume));
+        reply.values = handover.values;
+        return m_worker->channel().send(reply, handover.fds);
+    }
+
+    /// The description stands in ring 0 behind everything else.
+    Result<void> takeInfo(Pump* pump)
+    {
+        if (pump && pump->info()) {
+            m_info = *pump->info();
             return {};
         }
+        const auto record = TRY(m_readers[0]->next());
+        if (!record || record->type != RecordType::Info)
+            return m_outcome ? Result<void>() : Error{ErrorCode::DecoderStopped, "cage: no description came"};
+        const std::vector<std::byte> copy(record->payload.begin(), record->payload.end());
+        m_readers[0]->release();
+        m_info = TRY(parseInfo(copy));
+        return {};
+    }
 
-        /// A worker that talks nonsense has stopped being one.
-        Result<void> finish(Result<void> result)
-        {
-            if (!result && m_worker && result.error().code == ErrorCode::DecoderStopped)
-                m_worker->kill();
-            return result;
-        }
+    /// A worker that talks nonsense has stopped being one.
+    Result<void> finish(Result<void> result)
+    {
+        if (!result && m_worker && result.error().code == ErrorCode::DecoderStopped)
+            m_worker->kill();
+        return result;
+    }
 
-        std::string m_program;
-        SourcePtr m_source;
-        OpenContext m_context;
-        std::unique_ptr<WorkerProcess> m_worker;
-        std::vector<std::unique_ptr<RingReader>> m_readers;
-        ArchiveInfo m_info;
-        std::optional<Error> m_outcome; // of the last request, as the worker told it
-        std::optional<Secret> m_lastPassword;
-        std::atomic<std::uint64_t>* m_progress = nullptr;
-    };
+    std::string m_program;
+    SourcePtr m_source;
+    OpenContext m_context;
+    std::unique_ptr<WorkerProcess> m_worker;
+    std::vector<std::unique_ptr<RingReader>> m_readers;
+    ArchiveInfo m_info;
+    std::optional<Error> m_outcome; // of the last request, as the worker told it
+    std::optional<Secret> m_lastPassword;
+    std::atomic<std::uint64_t>* m_progress = nullptr;
+};
 
 }
 

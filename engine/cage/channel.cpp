@@ -12,19 +12,19 @@ namespace vantoro::cage {
 
 namespace {
 
-    constexpr std::size_t kMaxMessage = kMaxText + 4096;
-    constexpr Error kGone{ErrorCode::DecoderStopped, "cage: the other process is gone"};
+constexpr std::size_t kMaxMessage = kMaxText + 4096;
+constexpr Error kGone{ErrorCode::DecoderStopped, "cage: the other process is gone"};
 
-    // What may have held a password.
-    struct WipedBuffer {
-        std::vector<std::byte> bytes;
-        ~WipedBuffer() { wipe(bytes.data(), bytes.size()); }
-    };
+// What may have held a password.
+struct WipedBuffer {
+    std::vector<std::byte> bytes;
+    ~WipedBuffer() { wipe(bytes.data(), bytes.size()); }
+};
 
-    union ControlBuffer {
-        cmsghdr align;
-        std::array<char, CMSG_SPACE(sizeof(int) * kMaxParts)> bytes;
-    };
+union ControlBuffer {
+    cmsghdr align;
+    std::array<char, CMSG_SPACE(sizeof(int) * kMaxParts)> bytes;
+};
 
 }
 

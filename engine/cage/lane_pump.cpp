@@ -6,8 +6,8 @@ namespace vantoro::cage {
 
 namespace {
 
-    constexpr unsigned kPause = 50; // milliseconds between two looks at a silent ring
-    constexpr Error kLie{ErrorCode::DecoderStopped, "cage: the worker sent records that do not fit together"};
+constexpr unsigned kPause = 50; // milliseconds between two looks at a silent ring
+constexpr Error kLie{ErrorCode::DecoderStopped, "cage: the worker sent records that do not fit together"};
 
 }
 
@@ -62,9 +62,11 @@ Result<void> LanePump::finish(const std::optional<Error>& fault)
     m_ring.interrupt();
     if (m_thread.joinable())
         m_thread.join();
-    if (!m_result)
+    // A receiver that failed hears nothing more; a worker that lied leaves an entry open, as one that died does.
+    if (!m_result && m_result.error().code != ErrorCode::DecoderStopped)
         return m_result;
-    return breakOff(fault.value_or(kLie));
+    TRY(breakOff(fault.value_or(kLie)));
+    return m_result;
 }
 
 Result<void> ListPump::take(const RingReader::Record& record)
@@ -136,8 +138,8 @@ Result<void> DataPump::data(std::uint64_t length, const std::function<Result<voi
     else
         result = handOn();
     m_got += length;
-    const bool isDropped = !result
-        && (result.error().code == ErrorCode::EntryRefused || result.error().code == ErrorCode::SizeMismatch);
+    const bool isDropped
+        = !result && (result.error().code == ErrorCode::EntryRefused || result.error().code == ErrorCode::SizeMismatch);
     if (!isDropped)
         return result;
     m_dropReason = result.error();

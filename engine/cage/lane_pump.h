@@ -63,7 +63,9 @@ private:
 class DataPump final : public LanePump {
 public:
     DataPump(RingReader& ring, LaneReceiver& receiver, const ReadRequest& request, const Limits& limits)
-        : LanePump(ring, limits), m_receiver(receiver), m_request(request)
+        : LanePump(ring, limits)
+        , m_receiver(receiver)
+        , m_request(request)
     {
     }
 

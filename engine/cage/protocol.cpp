@@ -6,121 +6,120 @@ namespace vantoro::cage {
 
 namespace {
 
-    constexpr std::uint64_t kMaxVolumes = 100'000;
-    constexpr std::size_t kMaxAttributes = 64;
+constexpr std::uint64_t kMaxVolumes = 100'000;
+constexpr std::size_t kMaxAttributes = 64;
 
-    class Writer {
-    public:
-        template <class T>
-            requires std::is_arithmetic_v<T>
-        void put(T value)
-        {
-            const auto* bytes = reinterpret_cast<const std::byte*>(&value);
-            m_block.insert(m_block.end(), bytes, bytes + sizeof value);
-        }
-        void put(ConstBytes bytes)
-        {
-            put(static_cast<std::uint32_t>(bytes.size()));
-            m_block.insert(m_block.end(), bytes.begin(), bytes.end());
-        }
-        void put(std::string_view text) { put(asBytes(text)); }
-        void put(const Timestamp& time)
-        {
-            put(time.seconds);
-            put(time.nanoseconds);
-            put(static_cast<std::uint8_t>((time.isSet ? 1 : 0) | (time.isLocal ? 2 : 0)));
-        }
-        void put(const std::optional<std::uint64_t>& value)
-        {
-            put(static_cast<std::uint8_t>(value.has_value()));
-            put(value.value_or(0));
-        }
-        void put(const std::optional<Error>& error)
-        {
-            put(static_cast<std::uint8_t>(error.has_value()));
-            put(static_cast<std::uint8_t>(error ? error->code : ErrorCode::Internal));
-            put(static_cast<std::int32_t>(error ? error->osError : 0));
-        }
-        std::vector<std::byte> take() { return std::move(m_block); }
-
-    private:
-        std::vector<std::byte> m_block;
-    };
-
-    /// Reads what Writer wrote; a fault makes ok() false for good.
-    class Reader {
-    public:
-        explicit Reader(ConstBytes block) : m_in(block) {}
-        template <class T>
-        T get()
-        {
-            T value{};
-            const auto bytes = m_in.take(sizeof value);
-            if (!bytes.empty())
-                std::memcpy(&value, bytes.data(), sizeof value);
-            return value;
-        }
-        /// A flag or an enumerator below `count`.
-        std::uint8_t small(unsigned count)
-        {
-            const auto value = get<std::uint8_t>();
-            m_valid = m_valid && value < count;
-            return value;
-        }
-        ConstBytes bytes(std::uint64_t limit)
-        {
-            const auto length = get<std::uint32_t>();
-            m_valid = m_valid && length <= limit;
-            return m_valid ? m_in.take(length) : ConstBytes{};
-        }
-        std::string_view text(std::uint64_t limit) { return asText(bytes(limit)); }
-        Timestamp time()
-        {
-            Timestamp time;
-            time.seconds = get<std::int64_t>();
-            time.nanoseconds = get<std::uint32_t>();
-            const auto flags = small(4);
-            time.isSet = (flags & 1) != 0;
-            time.isLocal = (flags & 2) != 0;
-            m_valid = m_valid && time.nanoseconds < 1'000'000'000;
-            return time;
-        }
-        std::optional<std::uint64_t> number()
-        {
-            const bool isSet = small(2) != 0;
-            const auto value = get<std::uint64_t>();
-            return isSet ? std::optional(value) : std::nullopt;
-        }
-        std::optional<Error> error()
-        {
-            constexpr auto kCodes = static_cast<unsigned>(ErrorCode::UnsupportedKindOfArchive) + 1;
-            const bool isSet = small(2) != 0;
-            const auto code = small(kCodes);
-            const auto osError = get<std::int32_t>();
-            if (!isSet)
-                return std::nullopt;
-            return Error{static_cast<ErrorCode>(code), "reported by the worker", osError};
-        }
-        bool ok() const { return m_valid && m_in.ok(); }
-        bool okAtEnd() const { return ok() && m_in.remaining() == 0; }
-        std::size_t remaining() const { return m_in.remaining(); }
-
-    private:
-        ByteReader m_in;
-        bool m_valid = true;
-    };
-
-    constexpr Error kBadBlock{ErrorCode::Corrupt, "cage: malformed block"};
-
-    void putAttributes(Writer& out, std::span<const ExtendedAttribute> attributes)
+class Writer {
+public:
+    template <class T>
+    requires std::is_arithmetic_v<T>
+    void put(T value)
     {
-        const auto count = std::min(attributes.size(), kMaxAttributes);
-        out.put(static_cast<std::uint32_t>(count));
-        for (const auto& attribute : attributes.first(count)) {
-            out.put(attribute.name);
-            out.put(attribute.value);
-        }
+        const auto* bytes = reinterpret_cast<const std::byte*>(&value);
+        m_block.insert(m_block.end(), bytes, bytes + sizeof value);
     }
+    void put(ConstBytes bytes)
+    {
+        put(static_cast<std::uint32_t>(bytes.size()));
+        m_block.insert(m_block.end(), bytes.begin(), bytes.end());
+    }
+    void put(std::string_view text) { put(asBytes(text)); }
+    void put(const Timestamp& time)
+    {
+        put(time.seconds);
+        put(time.nanoseconds);
+        put(static_cast<std::uint8_t>((time.isSet ? 1 : 0) | (time.isLocal ? 2 : 0)));
+    }
+    void put(const std::optional<std::uint64_t>& value)
+    {
+        put(static_cast<std::uint8_t>(value.has_value()));
+        put(value.value_or(0));
+    }
+    void put(const std::optional<Error>& error)
+    {
+        put(static_cast<std::uint8_t>(error.has_value()));
+        put(static_cast<std::uint8_t>(error ? error->code : ErrorCode::Internal));
+        put(static_cast<std::int32_t>(error ? error->osError : 0));
+    }
+    std::vector<std::byte> take() { return std::move(m_block); }
+
+private:
+    std::vector<std::byte> m_block;
+};
+
+/// Reads what Writer wrote; a fault makes ok() false for good.
+class Reader {
+public:
+    explicit Reader(ConstBytes block) : m_in(block) {}
+    template <class T> T get()
+    {
+        T value{};
+        const auto bytes = m_in.take(sizeof value);
+        if (!bytes.empty())
+            std::memcpy(&value, bytes.data(), sizeof value);
+        return value;
+    }
+    /// A flag or an enumerator below `count`.
+    std::uint8_t small(unsigned count)
+    {
+        const auto value = get<std::uint8_t>();
+        m_valid = m_valid && value < count;
+        return value;
+    }
+    ConstBytes bytes(std::uint64_t limit)
+    {
+        const auto length = get<std::uint32_t>();
+        m_valid = m_valid && length <= limit;
+        return m_valid ? m_in.take(length) : ConstBytes{};
+    }
+    std::string_view text(std::uint64_t limit) { return asText(bytes(limit)); }
+    Timestamp time()
+    {
+        Timestamp time;
+        time.seconds = get<std::int64_t>();
+        time.nanoseconds = get<std::uint32_t>();
+        const auto flags = small(4);
+        time.isSet = (flags & 1) != 0;
+        time.isLocal = (flags & 2) != 0;
+        m_valid = m_valid && time.nanoseconds < 1'000'000'000;
+        return time;
+    }
+    std::optional<std::uint64_t> number()
+    {
+        const bool isSet = small(2) != 0;
+        const auto value = get<std::uint64_t>();
+        return isSet ? std::optional(value) : std::nullopt;
+    }
+    std::optional<Error> error()
+    {
+        constexpr auto kCodes = static_cast<unsigned>(ErrorCode::UnsupportedKindOfArchive) + 1;
+        const bool isSet = small(2) != 0;
+        const auto code = small(kCodes);
+        const auto osError = get<std::int32_t>();
+        if (!isSet)
+            return std::nullopt;
+        return Error{static_cast<ErrorCode>(code), "reported by the worker", osError};
+    }
+    bool ok() const { return m_valid && m_in.ok(); }
+    bool okAtEnd() const { return ok() && m_in.remaining() == 0; }
+    std::size_t remaining() const { return m_in.remaining(); }
+
+private:
+    ByteReader m_in;
+    bool m_valid = true;
+};
+
+constexpr Error kBadBlock{ErrorCode::Corrupt, "cage: malformed block"};
+
+void putAttributes(Writer& out, std::span<const ExtendedAttribute> attributes)
+{
+    const auto count = std::min(attributes.size(), kMaxAttributes);
+    out.put(static_cast<std::uint32_t>(count));
+    for (const auto& attribute : attributes.first(count)) {
+        out.put(attribute.name);
+        out.put(attribute.value);
+    }
+}
 
 }
 

@@ -6,11 +6,11 @@ namespace vantoro::cage {
 
 namespace {
 
-    constexpr std::size_t kPublishAfter = 128 << 10; // bytes gathered before the reader is woken
-    constexpr unsigned kPause = 100; // milliseconds between two looks at a silent ring
+constexpr std::size_t kWakeAfter = 128 << 10; // bytes gathered before the reader is woken
+constexpr unsigned kPause = 100; // milliseconds between two looks at a silent ring
 
-    constexpr std::size_t rounded(std::size_t length) { return (length + 7) & ~std::size_t{7}; }
-    constexpr std::size_t placeOf(std::uint64_t counter) { return static_cast<std::size_t>(counter % kRingCapacity); }
+constexpr std::size_t rounded(std::size_t length) { return (length + 7) & ~std::size_t{7}; }
+constexpr std::size_t placeOf(std::uint64_t counter) { return static_cast<std::size_t>(counter % kRingCapacity); }
 
 }
 
@@ -23,7 +23,7 @@ std::size_t RingWriter::freeBytes() const
 void RingWriter::waitForRoom(std::size_t needed)
 {
     while (freeBytes() < needed) {
-        publish(); // the reader frees only what it can see
+        wakeReader();
         const auto signal = m_state.tailSignal.load();
         m_state.writerWaits.store(1);
         if (freeBytes() < needed)
@@ -42,6 +42,7 @@ Bytes RingWriter::reserve(std::size_t least)
                                static_cast<std::uint32_t>(untilEnd - sizeof(RecordHeader))};
         std::memcpy(m_bytes + placeOf(m_written), &pad, sizeof pad);
         m_written += untilEnd;
+        m_state.head.store(m_written, std::memory_order_release);
         untilEnd = kRingCapacity;
     }
     waitForRoom(needed);
@@ -55,8 +56,10 @@ void RingWriter::commit(RecordType type, std::size_t length)
     const RecordHeader header{static_cast<std::uint32_t>(type), static_cast<std::uint32_t>(length)};
     std::memcpy(m_bytes + placeOf(m_written), &header, sizeof header);
     m_written += sizeof header + rounded(length);
-    if (m_written - m_published >= kPublishAfter)
-        publish();
+    // Visible at once, so that nothing whole is lost with a worker that dies; a wake-up each would cost too much.
+    m_state.head.store(m_written, std::memory_order_release);
+    if (m_written - m_signalled >= kWakeAfter)
+        wakeReader();
 }
 
 void RingWriter::put(RecordType type, ConstBytes payload)
@@ -66,12 +69,9 @@ void RingWriter::put(RecordType type, ConstBytes payload)
     commit(type, payload.size());
 }
 
-void RingWriter::publish()
+void RingWriter::wakeReader()
 {
-    if (m_published == m_written)
-        return;
-    m_published = m_written;
-    m_state.head.store(m_written, std::memory_order_release);
+    m_signalled = m_written;
     m_state.headSignal.fetch_add(1);
     if (m_state.readerWaits.load() != 0)
         wake(m_state.headSignal);
@@ -99,8 +99,8 @@ Result<std::optional<RingReader::Record>> RingReader::next()
         }
         if (header.type > static_cast<std::uint32_t>(RecordType::Info) || header.type == 0)
             return kLie;
-        return std::optional(Record{static_cast<RecordType>(header.type),
-                                    ConstBytes(m_bytes + place + sizeof header, header.length)});
+        return std::optional(
+            Record{static_cast<RecordType>(header.type), ConstBytes(m_bytes + place + sizeof header, header.length)});
     }
 }
 

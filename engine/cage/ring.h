@@ -15,8 +15,8 @@ public:
     /// Makes a record of the first `length` bytes of what reserve() gave.
     void commit(RecordType type, std::size_t length);
     void put(RecordType type, ConstBytes payload);
-    /// Lets the reader see everything committed. commit() does it by itself once enough has gathered.
-    void publish();
+    /// Wakes a reader that sleeps. commit() does it by itself once enough has gathered.
+    void wakeReader();
     std::uint64_t refusedEntry() const { return m_state.refused.load(std::memory_order_relaxed); }
 
     static constexpr std::size_t kMaxPayload = kRingCapacity / 3;
@@ -28,7 +28,7 @@ private:
     RingState& m_state;
     std::byte* m_bytes;
     std::uint64_t m_written = 0; // up to here records are complete
-    std::uint64_t m_published = 0;
+    std::uint64_t m_signalled = 0;
 };
 
 /// The parent's end. Whatever the memory holds, reads stay inside the ring.

@@ -17,16 +17,16 @@ namespace vantoro::cage {
 
 namespace {
 
-    constexpr std::size_t kHeaderSize = 4096;
-    constexpr std::size_t kLaneSize = kRingFront + kRingCapacity;
+constexpr std::size_t kHeaderSize = 4096;
+constexpr std::size_t kLaneSize = kRingFront + kRingCapacity;
 
-    Result<std::byte*> map(int fd, std::size_t size)
-    {
-        void* memory = ::mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED, fd, 0);
-        if (memory == MAP_FAILED)
-            return Error{ErrorCode::OutOfMemory, "cage: mapping the shared area", errno};
-        return static_cast<std::byte*>(memory);
-    }
+Result<std::byte*> map(int fd, std::size_t size)
+{
+    void* memory = ::mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED, fd, 0);
+    if (memory == MAP_FAILED)
+        return Error{ErrorCode::OutOfMemory, "cage: mapping the shared area", errno};
+    return static_cast<std::byte*>(memory);
+}
 
 }
 
@@ -62,10 +62,10 @@ Result<SharedArea> SharedArea::attach(int fd)
 }
 
 SharedArea::SharedArea(SharedArea&& other) noexcept
-    : m_fd(std::exchange(other.m_fd, -1)),
-      m_memory(std::exchange(other.m_memory, nullptr)),
-      m_size(other.m_size),
-      m_lanes(other.m_lanes)
+    : m_fd(std::exchange(other.m_fd, -1))
+    , m_memory(std::exchange(other.m_memory, nullptr))
+    , m_size(other.m_size)
+    , m_lanes(other.m_lanes)
 {
 }
 

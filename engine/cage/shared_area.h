@@ -46,7 +46,10 @@ public:
 
 private:
     SharedArea(int fd, std::byte* memory, std::size_t size, unsigned lanes)
-        : m_fd(fd), m_memory(memory), m_size(size), m_lanes(lanes)
+        : m_fd(fd)
+        , m_memory(memory)
+        , m_size(size)
+        , m_lanes(lanes)
     {
     }
     int m_fd;

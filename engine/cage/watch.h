@@ -10,7 +10,9 @@ namespace vantoro::cage {
 class Watch {
 public:
     Watch(WorkerProcess& worker, std::uint64_t sourceSize)
-        : m_worker(worker), m_readLimit(sourceSize * 4 + (1 << 20)), m_cpuAtProgress(worker.cpuSeconds())
+        : m_worker(worker)
+        , m_readLimit(sourceSize * 4 + (1 << 20))
+        , m_cpuAtProgress(worker.cpuSeconds())
     {
     }
 

@@ -18,82 +18,82 @@ namespace vantoro::cage {
 
 namespace {
 
-    constexpr int kStartLimit = 10'000; // milliseconds
+constexpr int kStartLimit = 10'000; // milliseconds
 
-    std::string besideThisProgram()
-    {
-        std::array<char, PATH_MAX> path{};
-        const auto length = ::readlink("/proc/self/exe", path.data(), path.size() - 1);
-        if (length <= 0)
-            return {};
-        const std::string program(path.data(), static_cast<std::size_t>(length));
-        return program.substr(0, program.rfind('/') + 1) + "vantoro-worker";
+std::string besideThisProgram()
+{
+    std::array<char, PATH_MAX> path{};
+    const auto length = ::readlink("/proc/self/exe", path.data(), path.size() - 1);
+    if (length <= 0)
+        return {};
+    const std::string program(path.data(), static_cast<std::size_t>(length));
+    return program.substr(0, program.rfind('/') + 1) + "vantoro-worker";
+}
+
+/// What the worker gets as environment: nothing of ours but where to find 7-Zip's library.
+std::vector<std::string> workerEnvironment()
+{
+    std::vector<std::string> result{"LC_CTYPE=C.UTF-8", "PATH=/usr/bin:/bin"};
+    for (const char* name : {"VANTORO_7Z_LIBRARY", "TZ", "ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS"}) {
+        if (const char* value = std::getenv(name))
+            result.push_back(std::string(name) + "=" + value);
     }
+    return result;
+}
 
-    /// What the worker gets as environment: nothing of ours but where to find 7-Zip's library.
-    std::vector<std::string> workerEnvironment()
+struct SpawnActions {
+    SpawnActions()
     {
-        std::vector<std::string> result{"LC_CTYPE=C.UTF-8", "PATH=/usr/bin:/bin"};
-        for (const char* name : {"VANTORO_7Z_LIBRARY", "TZ", "ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS"}) {
-            if (const char* value = std::getenv(name))
-                result.push_back(std::string(name) + "=" + value);
-        }
-        return result;
+        ::posix_spawn_file_actions_init(&actions);
+        ::posix_spawnattr_init(&attributes);
     }
-
-    struct SpawnActions {
-        SpawnActions()
-        {
-            ::posix_spawn_file_actions_init(&actions);
-            ::posix_spawnattr_init(&attributes);
-        }
-        ~SpawnActions()
-        {
-            ::posix_spawn_file_actions_destroy(&actions);
-            ::posix_spawnattr_destroy(&attributes);
-        }
-        SpawnActions(const SpawnActions&) = delete;
-        SpawnActions& operator=(const SpawnActions&) = delete;
-        posix_spawn_file_actions_t actions;
-        posix_spawnattr_t attributes;
-    };
-
-    Result<pid_t> spawn(const std::string& program, int socket, int memory)
+    ~SpawnActions()
     {
-        SpawnActions spawn;
-        for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
-            ::posix_spawn_file_actions_addopen(&spawn.actions, fd, "/dev/null", O_RDWR, 0);
-        ::posix_spawn_file_actions_adddup2(&spawn.actions, socket, kWorkerSocket);
-        ::posix_spawn_file_actions_adddup2(&spawn.actions, memory, kWorkerMemory);
-        // A process group of its own, so that Ctrl-C on the terminal reaches the parent alone, which then stops us.
-        ::posix_spawnattr_setpgroup(&spawn.attributes, 0);
-        sigset_t none;
-        ::sigemptyset(&none);
-        ::posix_spawnattr_setsigmask(&spawn.attributes, &none);
-        ::posix_spawnattr_setflags(&spawn.attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK);
-        auto environment = workerEnvironment();
-        std::vector<char*> pointers;
-        for (auto& text : environment)
-            pointers.push_back(text.data());
-        pointers.push_back(nullptr);
-        std::string name = "vantoro-worker";
-        std::array<char*, 2> arguments{name.data(), nullptr};
-        pid_t pid = -1;
-        const int reason = ::posix_spawn(&pid, program.c_str(), &spawn.actions, &spawn.attributes, arguments.data(),
-                                         pointers.data());
-        if (reason != 0)
-            return Error{ErrorCode::Internal, "cage: starting the worker", reason};
-        return pid;
+        ::posix_spawn_file_actions_destroy(&actions);
+        ::posix_spawnattr_destroy(&attributes);
     }
+    SpawnActions(const SpawnActions&) = delete;
+    SpawnActions& operator=(const SpawnActions&) = delete;
+    posix_spawn_file_actions_t actions;
+    posix_spawnattr_t attributes;
+};
 
-    /// dup2 onto the same number would keep close-on-exec: moved out of the way first.
-    Result<Descriptor> awayFromTargets(int fd)
-    {
-        Descriptor moved(::fcntl(fd, F_DUPFD_CLOEXEC, 10));
-        if (moved.get() < 0)
-            return Error{ErrorCode::Internal, "cage: duplicating a descriptor", errno};
-        return moved;
-    }
+Result<pid_t> spawn(const std::string& program, int socket, int memory)
+{
+    SpawnActions spawn;
+    for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        ::posix_spawn_file_actions_addopen(&spawn.actions, fd, "/dev/null", O_RDWR, 0);
+    ::posix_spawn_file_actions_adddup2(&spawn.actions, socket, kWorkerSocket);
+    ::posix_spawn_file_actions_adddup2(&spawn.actions, memory, kWorkerMemory);
+    // A process group of its own, so that Ctrl-C on the terminal reaches the parent alone, which then stops us.
+    ::posix_spawnattr_setpgroup(&spawn.attributes, 0);
+    sigset_t none;
+    ::sigemptyset(&none);
+    ::posix_spawnattr_setsigmask(&spawn.attributes, &none);
+    ::posix_spawnattr_setflags(&spawn.attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK);
+    auto environment = workerEnvironment();
+    std::vector<char*> pointers;
+    for (auto& text : environment)
+        pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    std::string name = "vantoro-worker";
+    std::array<char*, 2> arguments{name.data(), nullptr};
+    pid_t pid = -1;
+    const int reason
+        = ::posix_spawn(&pid, program.c_str(), &spawn.actions, &spawn.attributes, arguments.data(), pointers.data());
+    if (reason != 0)
+        return Error{ErrorCode::Internal, "cage: starting the worker", reason};
+    return pid;
+}
+
+/// dup2 onto the same number would keep close-on-exec: moved out of the way first.
+Result<Descriptor> awayFromTargets(int fd)
+{
+    Descriptor moved(::fcntl(fd, F_DUPFD_CLOEXEC, 10));
+    if (moved.get() < 0)
+        return Error{ErrorCode::Internal, "cage: duplicating a descriptor", errno};
+    return moved;
+}
 
 }
 
@@ -118,8 +118,7 @@ Result<std::unique_ptr<WorkerProcess>> WorkerProcess::start(const std::string& p
     const auto socket = TRY(awayFromTargets(ends.second.get()));
     const auto memory = TRY(awayFromTargets(area.fd()));
     const auto pid = TRY(spawn(program, socket.get(), memory.get()));
-    std::unique_ptr<WorkerProcess> process(
-        new WorkerProcess(pid, Channel(std::move(ends.first)), std::move(area)));
+    std::unique_ptr<WorkerProcess> process(new WorkerProcess(pid, Channel(std::move(ends.first)), std::move(area)));
     ends.second = Descriptor(); // or we would never see the worker's end close
     auto ready = TRY(process->m_channel.receive(kStartLimit, 0));
     if (!ready || ready->message.type != MessageType::Ready)
@@ -147,8 +146,7 @@ void WorkerProcess::kill()
         return;
     ::kill(m_pid, SIGKILL);
     int status = 0;
-    while (::waitpid(m_pid, &status, 0) < 0 && errno == EINTR) {
-    }
+    while (::waitpid(m_pid, &status, 0) < 0 && errno == EINTR) {}
     m_isReaped = true;
 }
 

@@ -34,7 +34,9 @@ public:
 
 private:
     WorkerProcess(pid_t pid, Channel channel, SharedArea area)
-        : m_pid(pid), m_channel(std::move(channel)), m_area(std::move(area))
+        : m_pid(pid)
+        , m_channel(std::move(channel))
+        , m_area(std::move(area))
     {
     }
     pid_t m_pid;
