@@ -65,7 +65,7 @@ Result<void> LanePump::finish(const std::optional<Error>& fault)
     // A receiver that failed hears nothing more; a worker that lied leaves an entry open, as one that died does.
     if (!m_result && m_result.error().code != ErrorCode::DecoderStopped)
         return m_result;
-    TRY(breakOff(fault.value_or(kLie)));
+    TRY(breakOff(m_result ? fault.value_or(kLie) : m_result.error()));
     return m_result;
 }
 
