@@ -1,16 +1,10 @@
 #include "engine/formats/iso.h"
 
-#include "engine/codecs/zisofs.h"
-#include "engine/formats/iso_walker.h"
-
-#include <algorithm>
+#include "engine/formats/iso_reader.h"
 
 namespace vantoro {
 
 namespace {
-
-constexpr std::uint64_t kCopyStep = 8 << 20; // the stop flag is asked between steps
-constexpr std::size_t kDecodeStep = 256 << 10;
 
 class IsoArchive final : public Archive {
 public:
@@ -28,9 +22,10 @@ public:
     Result<void> list(EntryVisitor& visitor) override
     {
         IsoWalker walker(*m_source, m_volume, m_limits);
+        const IsoReader reader(m_source, m_volume, m_cancel);
         while (const auto* item = TRY(walker.next())) {
             TRY(m_cancel.check());
-            TRY(visitor.visit(describe(*item)));
+            TRY(visitor.visit(reader.describe(*item)));
         }
         m_info.damage = walker.damage();
         return {};
@@ -39,111 +34,12 @@ public:
     Result<void> read(const ReadRequest& request, Lanes& lanes) override
     {
         IsoWalker walker(*m_source, m_volume, m_limits);
-        const auto isChosen = [&](std::uint64_t index) {
-            return !request.selection
-                || std::binary_search(request.selection->begin(), request.selection->end(), index);
-        };
-        while (const auto* item = TRY(walker.next())) {
-            TRY(m_cancel.check());
-            if (!isChosen(item->index))
-                continue;
-            auto entry = describe(*item);
-            if (item->kind == EntryKind::HardLink && !isChosen(item->firstIndex)) {
-                entry.kind = EntryKind::File; // the file itself is not wanted, so this name stands for it
-                entry.linkTarget = {};
-                entry.size = item->size();
-            }
-            TRY(readItem(*item, entry, lanes.lane(0), request.packedBytesRead));
-        }
+        TRY(IsoReader(m_source, m_volume, m_cancel).readAll(walker, request, lanes));
         m_info.damage = walker.damage();
         return {};
     }
 
 private:
-    Entry describe(const IsoItem& item) const
-    {
-        Entry entry;
-        entry.index = item.index;
-        entry.name = item.path;
-        entry.nameCharset = m_volume.names == IsoVolume::Names::Joliet ? kCharsetUtf8 : kCharsetUnknown;
-        entry.kind = item.kind;
-        entry.modified = item.modified;
-        entry.created = item.rockRidge.created;
-        entry.accessed = item.rockRidge.accessed;
-        entry.mode = item.rockRidge.mode;
-        if (item.kind == EntryKind::File || item.kind == EntryKind::ResourceFork) {
-            entry.size = item.size();
-            entry.packedSize = item.packedSize;
-            entry.method = item.rockRidge.zisofs ? "zisofs" : "";
-        }
-        if (item.kind == EntryKind::HardLink)
-            entry.linkTarget = item.firstPath;
-        else if (item.rockRidge.linkTarget)
-            entry.linkTarget = *item.rockRidge.linkTarget;
-        return entry;
-    }
-
-    Result<void> readItem(const IsoItem& item, const Entry& entry, LaneReceiver& lane,
-                          std::atomic<std::uint64_t>* packedBytesRead) const
-    {
-        if (TRY(lane.begin(entry)) == LaneReceiver::Want::Skip)
-            return {};
-        if (entry.kind != EntryKind::File && entry.kind != EntryKind::ResourceFork)
-            return lane.end({});
-        Result<void> outcome;
-        bool stopsAll = false; // the receiver's wish or the user's, not this entry's damage
-        if (item.isInterleaved)
-            outcome = Error{ErrorCode::UnsupportedFeature, "iso: interleaved file"};
-        else if (item.rockRidge.zisofs)
-            outcome = decodeZisofs(item, lane, stopsAll);
-        else
-            outcome = copyExtents(item, lane, stopsAll);
-        if (stopsAll)
-            return outcome;
-        if (packedBytesRead)
-            packedBytesRead->fetch_add(item.packedSize, std::memory_order_relaxed);
-        return lane.end(outcome);
-    }
-
-    Result<void> copyExtents(const IsoItem& item, LaneReceiver& lane, bool& stopsAll) const
-    {
-        for (const auto& extent : item.extents) {
-            for (std::uint64_t done = 0; done < extent.length;) {
-                const auto step = std::min(extent.length - done, kCopyStep);
-                auto copied = m_cancel.check();
-                if (copied)
-                    copied = lane.copy(*m_source, extent.position + done, step, nullptr);
-                if (!copied) {
-                    const auto code = copied.error().code;
-                    stopsAll = code != ErrorCode::Io && code != ErrorCode::Truncated && code != ErrorCode::EntryRefused;
-                    return copied;
-                }
-                done += step;
-            }
-        }
-        return {};
-    }
-
-    Result<void> decodeZisofs(const IsoItem& item, LaneReceiver& lane, bool& stopsAll) const
-    {
-        if (!item.rockRidge.zisofs->isKnownVersion)
-            return Error{ErrorCode::UnsupportedMethod, "iso: zisofs version"};
-        std::vector<SourcePtr> parts;
-        for (const auto& extent : item.extents)
-            parts.push_back(windowSource(m_source, extent.position, extent.length));
-        const auto stream = TRY(openZisofs(joinedSource(std::move(parts)), item.size(), m_cancel));
-        for (;;) {
-            const auto into = lane.room(kDecodeStep);
-            const auto count = stream->read(into);
-            stopsAll = !count && count.error().code == ErrorCode::Cancelled;
-            if (TRY(count) == 0)
-                return {};
-            const auto taken = lane.data(into.first(*count));
-            stopsAll = !taken && taken.error().code != ErrorCode::EntryRefused;
-            TRY(taken);
-        }
-    }
-
     SourcePtr m_source;
     IsoVolume m_volume;
     CancelToken m_cancel;
