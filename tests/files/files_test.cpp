@@ -5,6 +5,7 @@
 #include "files/KXUtilities.h"
 
 #include "tests/support/MemoryDefaultsStore.h"
+#include "tests/support/ScriptedPanels.h"
 
 #include <QDir>
 #include <QSet>
@@ -12,22 +13,6 @@
 #include <QTest>
 
 namespace vantoro {
-
-/// Answers the next panel with what the test says.
-class ScriptedPanels final : public PanelService {
-public:
-    ScriptedPanels() { setShared(this); }
-    ~ScriptedPanels() override { setShared(nullptr); }
-    void runOpenPanel(const OpenPanel& panel, Action<PanelResult> finishAction) override
-    {
-        shown.push_back(panel);
-        finishAction.later(answer);
-    }
-    void runSavePanel(const SavePanel&, Action<PanelResult> finishAction) override { finishAction.later(answer); }
-
-    std::vector<OpenPanel> shown;
-    PanelResult answer;
-};
 
 class FilesTest : public QObject {
     Q_OBJECT
@@ -233,7 +218,7 @@ void FilesTest::storedFolderGrantServesAFileInside()
 void FilesTest::missingPathAsksInItsNearestFolder()
 {
     ScriptedPanels panels;
-    panels.answer = QList<QUrl>{QUrl::fromLocalFile(path(""))};
+    panels.choose(path(""));
     const auto access = AppSandboxFileAccess::fileAccess();
     int runs = 0;
     access->accessFilePath(path("new/deep/x.zip"), true, [&] { ++runs; });

@@ -4,6 +4,7 @@
 
 #include <QStringList>
 
+#include <atomic>
 #include <deque>
 #include <functional>
 #include <mutex>
@@ -18,7 +19,7 @@ public:
         QString text;
     };
 
-    bool goesOn = true; ///< after an error
+    std::atomic<bool> goesOn = true; ///< after an error
     std::deque<QByteArray> passwords; ///< empty: the prompt is stopped
     CharsetId encoding = kCharsetUnknown;
     std::function<void(const QString& step)> onStep; ///< on the job's thread: "name", "progress" or a question's kind
