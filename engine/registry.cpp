@@ -9,6 +9,7 @@
 #include "engine/formats/single_stream.h"
 #include "engine/formats/streams.h"
 #include "engine/formats/tar.h"
+#include "engine/formats/rar/rar.h"
 
 #include <algorithm>
 #include <atomic>
@@ -31,6 +32,7 @@ std::vector<const FormatRow*> collectContainers()
     rows.push_back(&kArjFormat);
     for (const auto& row : lhasaRows())
         rows.push_back(&row);
+    rows.push_back(&kRarFormat);
     for (const auto& row : libarchiveRows())
         rows.push_back(&row);
     for (const auto& row : sevenZipFallbackRows())
