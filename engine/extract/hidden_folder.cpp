@@ -152,6 +152,8 @@ std::vector<std::string> sweepOrphans(const std::vector<std::string>& paths)
 
 void removeHiddenFolder(const std::string& path)
 {
+    if (!isOurName(split(path).name))
+        return;
     UniqueFd ours;
     {
         const std::lock_guard lock(standing().mutex);

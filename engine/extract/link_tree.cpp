@@ -81,7 +81,7 @@ Result<NodeId> LinkTree::enter(Link& link, NodeId folder, std::string_view compo
         return next;
     const auto other = m_byNode.find(next);
     if (other == m_byNode.end())
-        return kNoNode; // refused: it will not be there
+        return Error{ErrorCode::UnsafeLink, "link target passes a link that was refused"};
     auto& passed = m_links[other->second];
     const auto used = link.steps - 1;
     const auto end = TRY(resolve(passed, budget > used ? budget - used : 0));
