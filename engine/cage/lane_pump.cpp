@@ -116,7 +116,8 @@ Result<void> DataPump::begin(ConstBytes payload)
         return kLie;
     ++m_number;
     m_got = 0;
-    m_declared = entry.size;
+    // The size of a link is that of whatever form its format stores the target in.
+    m_declared = entry.kind == EntryKind::SymbolicLink ? std::nullopt : entry.size;
     const auto want = TRY(m_receiver.begin(entry));
     if (!carriesData(entry.kind))
         return want == LaneReceiver::Want::Data ? m_receiver.end({}) : Result<void>();
