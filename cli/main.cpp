@@ -46,7 +46,7 @@ int run(const Arguments& arguments)
     case Command::Formats:
         return runFormats(arguments);
     case Command::Version:
-        Output().put("vantoro-cli " VANTORO_VERSION "\n");
+        Output().put("vantoro-cli " VANTORO_VERSION "\n" + describeDecoders() + "\n");
         return kWhole;
     case Command::Help:
         Output().put(helpText(arguments.helpFor));

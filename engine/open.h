@@ -38,6 +38,9 @@ Result<std::unique_ptr<OpenedArchive>> openArchive(const std::string& path, cons
 /// Name without archive extensions, by the same rule as OpenedArchive::stem(), for a bare file name.
 std::string archiveStem(std::string_view fileName);
 
+/// A sentence about the process in which decoders run: "decoders run confined", or what is missing.
+std::string describeDecoders();
+
 struct FormatDescription {
     std::string id, displayName;
     std::vector<std::string> extensions;
