@@ -3,6 +3,7 @@
 #include "engine/text/converter.h"
 
 #include <algorithm>
+#include <cstring>
 #include <array>
 #include <cctype>
 
@@ -164,11 +165,21 @@ const Charset* findCharset(std::string_view name)
 
 bool isAscii(std::string_view bytes)
 {
+    constexpr std::uint64_t kHighBits = 0x8080808080808080;
+    while (bytes.size() >= sizeof kHighBits) { // names are mostly ASCII: eight bytes at a time
+        std::uint64_t word;
+        std::memcpy(&word, bytes.data(), sizeof word);
+        if (word & kHighBits)
+            return false;
+        bytes.remove_prefix(sizeof word);
+    }
     return std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 bool isValidUtf8(std::string_view bytes)
 {
+    if (isAscii(bytes))
+        return true;
     while (!bytes.empty()) {
         const auto length = utf8Length(bytes);
         if (length == 0)
