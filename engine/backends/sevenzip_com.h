@@ -273,6 +273,58 @@ protected:
     ~SubStreams() = default;
 };
 
+class CoderProgress : public Unknown {
+public:
+    static constexpr Guid kId = interfaceId(4, 0x04);
+    virtual HResult setRatio(const std::uint64_t* packed, const std::uint64_t* unpacked) = 0;
+
+protected:
+    ~CoderProgress() = default;
+};
+
+/// A compression method: decodes one stream into another.
+class Coder : public Unknown {
+public:
+    static constexpr Guid kId = interfaceId(4, 0x05);
+    virtual HResult code(SequentialInStream* in, SequentialOutStream* out, const std::uint64_t* packedSize,
+                         const std::uint64_t* unpackedSize, CoderProgress* progress)
+        = 0;
+
+protected:
+    ~Coder() = default;
+};
+
+class DecoderProperties : public Unknown {
+public:
+    static constexpr Guid kId = interfaceId(4, 0x22);
+    virtual HResult setDecoderProperties(const std::uint8_t* data, std::uint32_t size) = 0;
+
+protected:
+    ~DecoderProperties() = default;
+};
+
+/// Methods of ours that a handler may use beside those of the library.
+class Codecs : public Unknown {
+public:
+    static constexpr Guid kId = interfaceId(4, 0x60);
+    virtual HResult methodCount(std::uint32_t* count) = 0;
+    virtual HResult property(std::uint32_t index, std::uint32_t id, Variant* value) = 0;
+    virtual HResult createDecoder(std::uint32_t index, const Guid* interfaceId, void** coder) = 0;
+    virtual HResult createEncoder(std::uint32_t index, const Guid* interfaceId, void** coder) = 0;
+
+protected:
+    ~Codecs() = default;
+};
+
+class CodecsSetter : public Unknown {
+public:
+    static constexpr Guid kId = interfaceId(4, 0x61);
+    virtual HResult setCodecs(Codecs* codecs) = 0;
+
+protected:
+    ~CodecsSetter() = default;
+};
+
 class InArchive : public Unknown {
 public:
     static constexpr Guid kId = interfaceId(6, 0x60);
@@ -364,6 +416,14 @@ inline constexpr std::uint32_t kErrorFlags = 71;
 inline constexpr std::uint32_t kWarningFlags = 72;
 inline constexpr std::uint32_t kReparsePoint = 89; // raw
 inline constexpr std::uint32_t kHardLink = 90;
+}
+
+/// Properties of methods.
+namespace method_property {
+inline constexpr std::uint32_t kId = 0;
+inline constexpr std::uint32_t kName = 1;
+inline constexpr std::uint32_t kHasDecoder = 7;
+inline constexpr std::uint32_t kHasEncoder = 8;
 }
 
 /// Bits of kErrorFlags and kWarningFlags.

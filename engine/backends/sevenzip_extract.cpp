@@ -137,14 +137,17 @@ private:
         TRY(m_session.context().cancel.check());
         TRY(closeOpen(Error{ErrorCode::Corrupt, "7-Zip: the library left the entry"}));
         const auto entry = m_items.entryIndex(index);
-        if (askMode != AskMode::Extract || !entry || m_isDone[static_cast<std::size_t>(*entry)])
+        // Test: an entry that no data will come for, named to say what is wrong with it.
+        const bool isWanted = askMode == AskMode::Extract || askMode == AskMode::Test;
+        if (!isWanted || !entry || m_isDone[static_cast<std::size_t>(*entry)])
             return {};
         if (TRY(begin(*entry)) == LaneReceiver::Want::Skip)
             return {};
         const bool hasData = m_item.entry.kind != EntryKind::Folder && m_item.entry.linkTarget.empty();
         if (!hasData)
             return finish({});
-        *stream = makeObject<Sink>(*this).detach();
+        if (askMode == AskMode::Extract)
+            *stream = makeObject<Sink>(*this).detach();
         return {};
     }
 

@@ -1,5 +1,6 @@
 #include "engine/backends/sevenzip_open.h"
 
+#include "engine/backends/sevenzip_codecs.h"
 #include "engine/backends/sevenzip_library.h"
 
 #include <algorithm>
@@ -188,6 +189,7 @@ Result<Opened> openHandler(const Format& format, const SourcePtr& source, Sessio
 {
     for (;;) {
         auto handler = TRY(createHandler<InArchive>(format.classId));
+        addOwnCodecs(handler);
         useAllProcessors(handler);
         session.forgetAsked();
         session.forgetVolumes();

@@ -1,5 +1,6 @@
 #include "engine/backends/sevenzip_library.h"
 #include "engine/backends/sevenzip_rows.h"
+#include "engine/crypto/crc32.h"
 #include "tests/support/archive_contents.h"
 #include "tests/support/mixed_data.h"
 #include "tests/support/passwords.h"
@@ -319,6 +320,49 @@ TEST_F(SevenZip, readsSquashfsWithModes)
     EXPECT_EQ(contents.find("a")->data, data("a"));
     EXPECT_EQ(contents.find("a")->mode.value() & 07777U, 0640U);
     EXPECT_EQ(contents.find("link")->kind, EntryKind::SymbolicLink);
+}
+
+/// A 7z archive of one file, packed by one method, with plain headers. Everything in it is shorter than 128 bytes.
+std::string make7z(std::uint32_t method, const std::string& packed, const std::string& data)
+{
+    const auto le32 = [](std::uint32_t value) {
+        std::string out;
+        for (unsigned shift = 0; shift < 32; shift += 8)
+            out.push_back(static_cast<char>(value >> shift & 0xFF));
+        return out;
+    };
+    const auto byte = [](std::size_t value) { return std::string(1, static_cast<char>(value)); };
+    std::string header("\x01\x04\x06\x00\x01\x09", 6); // header, streams, packed streams: at 0, one, sizes
+    header += byte(packed.size()) + byte(0);
+    header.append("\x07\x0B\x01\x00\x01\x24", 6); // folders: one, here, one coder with properties and a 4-byte id
+    header += byte(method >> 24) + byte(method >> 16) + byte(method >> 8) + byte(method);
+    header.append("\x05\x01\x05\x03\x00\x00\x0C", 7); // its properties; unpacked sizes
+    header += byte(data.size()) + "\x0A\x01" + le32(crc32(0, asBytes(data))) + std::string(2, '\0');
+    header.append("\x05\x01\x11\x05\x00n\0\0\0\0\0", 11); // one file, named "n"; ends
+    const auto start = le32(static_cast<std::uint32_t>(packed.size())) + le32(0)
+        + le32(static_cast<std::uint32_t>(header.size())) + le32(0) + le32(crc32(0, asBytes(header)));
+    return std::string("7z\xBC\xAF\x27\x1C\0\4", 8) + le32(crc32(0, asBytes(start))) + start + packed + header;
+}
+
+// Methods that the library lacks are decoded by codecs of our own.
+TEST_F(SevenZip, decodesForeignMethodsWithOurOwnCodecs)
+{
+    const std::string text = "stored in a frame";
+    const auto size = static_cast<char>(text.size());
+    const std::string zstd = std::string("\x28\xB5\x2F\xFD\x20", 5) + size + static_cast<char>(size << 3 | 1)
+        + std::string(2, '\0') + text; // one segment; last block, raw
+    const std::string lz4 = std::string("\x04\x22\x4D\x18\x60\x40\x82", 7) + size + std::string("\0\0\x80", 3) + text
+        + std::string(4, '\0'); // a block as it is; end
+    for (const auto& [method, packed] : {std::pair{0x04F71101U, zstd}, std::pair{0x04F71104U, lz4}}) {
+        const auto contents = readAll(*open(memorySource(make7z(method, packed, text))));
+        ASSERT_EQ(contents.items.size(), 1U);
+        EXPECT_EQ(contents.find("n")->data, text) << method;
+        EXPECT_TRUE(contents.items[0].outcome);
+        const auto cut = readAll(*open(memorySource(make7z(method, packed.substr(0, 15), text))));
+        EXPECT_FALSE(cut.items[0].outcome);
+    }
+    const auto unknown = readAll(*open(memorySource(make7z(0x04F711FF, lz4, text))));
+    EXPECT_EQ(unknown.items[0].outcome.error().code, ErrorCode::UnsupportedMethod) << unknown.items[0].outcome.error().what;
 }
 
 // Cabinets, made here: one folder, stored.
