@@ -1,0 +1,37 @@
+#pragma once
+
+#include "engine/crypto/pbkdf2.h"
+
+#include <memory>
+
+namespace vantoro {
+
+/// AES as zip uses it (AE-1 and AE-2): PBKDF2 of 1000 rounds, counter mode with a little-endian counter from 1,
+/// HMAC-SHA-1 over the cipher text. Source: the published description of AE-1 and AE-2.
+class ZipAes {
+public:
+    static constexpr std::size_t kCheckSize = 2; ///< password verification, behind the salt
+    static constexpr std::size_t kCodeSize = 10; ///< authentication code, behind the data
+    static std::size_t saltSize(unsigned strength) { return 4 + 4 * strength; } ///< strength 1 to 3
+    /// What a sound password and the salt give, for a quick check before anything is derived in full.
+    static std::array<std::byte, kCheckSize> check(std::string_view password, ConstBytes salt, unsigned strength);
+
+    ZipAes();
+    ~ZipAes();
+    ZipAes(ZipAes&&) noexcept;
+    ZipAes& operator=(ZipAes&&) noexcept;
+
+    /// Derives the keys for one entry; false when the two check bytes behind the salt do not fit. Error Internal when
+    /// the library has no AES.
+    Result<bool> start(std::string_view password, ConstBytes salt, ConstBytes check, unsigned strength);
+    /// Takes cipher text into the authentication and turns it into plain text, in place.
+    Result<void> decrypt(Bytes bytes);
+    /// Whether the code stored behind the data is that of all cipher text seen.
+    bool isAuthentic(ConstBytes code);
+
+private:
+    struct State;
+    std::unique_ptr<State> m_state;
+};
+
+}
