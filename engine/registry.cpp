@@ -10,6 +10,7 @@
 #include "engine/formats/streams.h"
 #include "engine/formats/tar.h"
 #include "engine/formats/rar/rar.h"
+#include "engine/formats/zip/zip.h"
 
 #include <algorithm>
 #include <atomic>
@@ -25,6 +26,7 @@ std::vector<const FormatRow*> collectContainers()
 {
     // Among equals the order decides. UDF before ISO 9660: it says itself on which hybrid discs ISO is the better half.
     std::vector<const FormatRow*> rows;
+    rows.push_back(&kZipFormat);
     rows.push_back(&kTarFormat);
     for (const auto& row : sevenZipRows())
         rows.push_back(&row);
