@@ -108,8 +108,8 @@ Result<IsoVolume> IsoVolume::open(const ByteSource& source)
         if (descriptor->type == 2 && !joliet && descriptor->isJoliet && descriptor->isUsable())
             joliet = descriptor;
     }
-    const auto make = [&](Names names, const Descriptor& chosen) {
-        return IsoVolume{names, chosen.blockSize, chosen.rootPosition, chosen.rootSize,
+    const auto make = [&](Names kind, const Descriptor& chosen) {
+        return IsoVolume{kind, chosen.blockSize, chosen.rootPosition, chosen.rootSize,
                          RockRidgeParser(source, chosen.blockSize)};
     };
     if (primary) {
