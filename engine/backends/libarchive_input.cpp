@@ -53,6 +53,8 @@ Result<void> LibarchiveInput::drain()
 
 Result<void> LibarchiveInput::checkProgress()
 {
+    if (m_failure)
+        return *m_failure; // libarchive does not always take the first no for an answer
     TRY(m_cancel.check());
     if (m_readsAtEnd > kReadsAtEnd)
         return Error{ErrorCode::Stalled, "libarchive: reads past the end again and again"};
@@ -135,8 +137,10 @@ void LibarchiveInput::attach(archive* reader)
     });
     archive_read_set_skip_callback(reader, [](archive* self, void* data, la_int64_t count) -> la_int64_t {
         auto& input = *static_cast<LibarchiveInput*>(data);
-        return input.answered(self,
-                              [&] { return input.skip(static_cast<std::uint64_t>(std::max<la_int64_t>(count, 0))); });
+        const auto passed = input.answered(
+            self, [&] { return input.skip(static_cast<std::uint64_t>(std::max<la_int64_t>(count, 0))); });
+        // libarchive adds up whatever it gets and would go on for ever with an error; 0 makes it read instead.
+        return std::max<std::int64_t>(passed, 0);
     });
     if (!m_source)
         return; // without this callback libarchive knows that it cannot go back

@@ -161,6 +161,52 @@ TEST(Libarchive, stopsWhenAsked)
     EXPECT_EQ(listAll(*archive).result.error().code, ErrorCode::Cancelled);
 }
 
+// libarchive would ask a skip that fails again, for ever.
+TEST(Libarchive, anErrorOrAStopWhileSkippingEndsTheListing)
+{
+    REQUIRE_TOOL("cpio");
+    TempFolder folder;
+    folder.write("large", std::string(3 << 20, 'x'));
+    ASSERT_TRUE(folder.run("echo large | cpio -o -H newc > a.cpio"));
+    const auto source = file(folder, "a.cpio");
+    OpenContext context;
+    struct FailingStream final : ByteStream {
+        FailingStream(StreamPtr inner, std::function<Result<void>()> answer)
+            : m_inner(std::move(inner))
+            , m_answer(std::move(answer))
+        {
+        }
+        Result<std::size_t> read(Bytes into) override { return m_inner->read(into); }
+        Result<std::uint64_t> skip(std::uint64_t count) override
+        {
+            TRY(m_answer());
+            return m_inner->skip(count);
+        }
+        StreamPtr m_inner;
+        std::function<Result<void>()> m_answer;
+    };
+    const auto resultOf = [&](std::function<Result<void>()> answer) {
+        const auto open = [&]() -> Result<StreamPtr> {
+            return StreamPtr(std::make_unique<FailingStream>(windowStream(source), answer));
+        };
+        return listAll(*libarchiveRows().front().openStream(open, context).value()).result;
+    };
+    EXPECT_TRUE(resultOf([] { return Result<void>(); }));
+    EXPECT_EQ(resultOf([]() -> Result<void> {
+                  return Error{ErrorCode::Corrupt, "test"};
+              })
+                  .error()
+                  .code,
+              ErrorCode::Corrupt);
+    EXPECT_EQ(resultOf([&]() -> Result<void> {
+                  context.cancel.cancel();
+                  return {};
+              })
+                  .error()
+                  .code,
+              ErrorCode::Cancelled);
+}
+
 TEST(Libarchive, reportsAFailingMedium)
 {
     class BrokenSource final : public ByteSource {
