@@ -24,8 +24,6 @@ constexpr LibarchiveFormat kAr{
 constexpr LibarchiveFormat kWarc{.id = "warc", .enable = &archive_read_support_format_warc, .hasModes = false};
 constexpr LibarchiveFormat kXar{
     .id = "xar", .enable = &archive_read_support_format_xar, .nameCharset = kCharsetUtf8, .leastBytesPerEntry = 1};
-constexpr LibarchiveFormat kRar{.id = "rar", .enable = &archive_read_support_format_rar};
-constexpr LibarchiveFormat kRar5{.id = "rar", .enable = &archive_read_support_format_rar5, .nameCharset = kCharsetUtf8};
 
 template <const LibarchiveFormat& format> Result<ArchivePtr> open(SourcePtr source, const OpenContext& context)
 {
@@ -87,21 +85,10 @@ Match probeWarc(const ProbeInput& input)
     return text.starts_with("WARC/0.") || text.starts_with("WARC/1.") ? Match::Likely : Match::No;
 }
 
-// Only Likely: a reader of our own that is sure goes before these.
-Match probeRar(const ProbeInput& input)
-{
-    return asText(input.head).starts_with(std::string_view("Rar!\x1A\x07\0", 7)) ? Match::Likely : Match::No;
-}
-Match probeRar5(const ProbeInput& input)
-{
-    return asText(input.head).starts_with(std::string_view("Rar!\x1A\x07\x01\0", 8)) ? Match::Likely : Match::No;
-}
-
 constexpr std::string_view kCpioExtensions[] = {"cpio"};
 constexpr std::string_view kArExtensions[] = {"a", "ar", "deb", "udeb", "lib"};
 constexpr std::string_view kWarcExtensions[] = {"warc"};
 constexpr std::string_view kXarExtensions[] = {"xar", "pkg", "mpkg", "xip"};
-constexpr std::string_view kRarExtensions[] = {"rar", "cbr"};
 
 constexpr FormatRow kRows[] = {
     {"cpio", "cpio archive", kCpioExtensions, &probeCpio, &open<kCpio>, &openStream<kCpio>},
@@ -109,8 +96,6 @@ constexpr FormatRow kRows[] = {
      &open<kAr>, &openStream<kAr>},
     {"xar", "xar archive", kXarExtensions, &probeStart<'x', 'a', 'r', '!'>, &open<kXar>},
     {"warc", "Web archive", kWarcExtensions, &probeWarc, &open<kWarc>, &openStream<kWarc>},
-    {"rar", "RAR archive", kRarExtensions, &probeRar5, &open<kRar5>},
-    {"rar", "RAR archive", kRarExtensions, &probeRar, &open<kRar>},
 };
 
 }
