@@ -14,6 +14,12 @@ void ColoredView::setColor(const QColor& color)
     update();
 }
 
+void ColoredView::setShaded(bool shaded)
+{
+    m_isShaded = shaded;
+    update();
+}
+
 void ColoredView::setBorderColor(const QColor& color)
 {
     m_border = color;
@@ -30,7 +36,8 @@ void ColoredView::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(m_color.isValid() ? m_color : theme::colors(palette()).surface);
+    const auto colors = theme::colors(palette());
+    painter.setBrush(m_color.isValid() ? m_color : m_isShaded ? colors.hover : colors.surface);
     painter.setPen(m_border.isValid() ? QPen(m_border, 1) : QPen(Qt::NoPen));
     const qreal by = m_border.isValid() ? 0.5 : 0;
     painter.drawRoundedRect(QRectF(rect()).adjusted(by, by, -by, -by), m_radius, m_radius);

@@ -13,6 +13,8 @@ public:
     explicit ColoredView(QWidget* parent = nullptr);
 
     void setColor(const QColor& color);
+    /// Instead of a colour: a shade off the palette's surface.
+    void setShaded(bool shaded);
     void setBorderColor(const QColor& color);
     void setRadius(int radius);
 
@@ -22,6 +24,7 @@ protected:
 private:
     QColor m_color;
     QColor m_border;
+    bool m_isShaded = false;
     int m_radius = 0;
 };
 

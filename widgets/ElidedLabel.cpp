@@ -6,6 +6,8 @@
 #include <QStyleOption>
 #include <QToolTip>
 
+#include <algorithm>
+
 namespace vantoro {
 namespace {
 
@@ -67,6 +69,12 @@ bool ElidedLabel::event(QEvent* event)
     return QLabel::event(event);
 }
 
-QString isolated(const QString& name) { return QChar(0x2068) + name + QChar(0x2069); }
+QString isolated(const QString& name)
+{
+    const bool mayLeak = std::any_of(name.begin(), name.end(), [](QChar c) {
+        return c.direction() == QChar::DirR || c.direction() == QChar::DirAL || c.isSurrogate();
+    });
+    return mayLeak ? QChar(0x2068) + name + QChar(0x2069) : name;
+}
 
 }

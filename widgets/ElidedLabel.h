@@ -28,7 +28,8 @@ private:
     Qt::TextElideMode m_mode = Qt::ElideMiddle;
 };
 
-/// The text between the marks that keep its direction from leaking into the sentence around it (a Hebrew file name).
+/// A name for use in a sentence: one with right-to-left letters goes between the marks that keep its direction from
+/// leaking into the words around it.
 QString isolated(const QString& name);
 
 }

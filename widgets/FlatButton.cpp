@@ -5,6 +5,7 @@
 #include "widgets/Style.h"
 
 #include <QEvent>
+#include <QFocusEvent>
 #include <QPainter>
 #include <QStyleOptionButton>
 
@@ -90,7 +91,9 @@ FlatButton::Look FlatButton::kindLook(bool hovered, bool pressed) const
     }
     const bool round = m_kind == Kind::Round;
     QColor ground = pressed ? colors.pressed : hovered ? colors.hover : palette().color(QPalette::Button);
-    if (!hovered && !pressed && m_kind != Kind::Plain) {
+    if (round) {
+        ground = pressed ? theme::mix(colors.pressed, colors.text, 0.1) : hovered ? colors.pressed : colors.hover;
+    } else if (!hovered && !pressed && m_kind == Kind::Quiet) {
         ground = colors.hover;
         ground.setAlpha(0);
     }
@@ -147,6 +150,12 @@ bool FlatButton::event(QEvent* event)
     return result;
 }
 
+void FlatButton::focusInEvent(QFocusEvent* event)
+{
+    m_showsFocus = isKeyboardFocus(*event);
+    QPushButton::focusInEvent(event);
+}
+
 void FlatButton::nextCheckState()
 {
     QPushButton::nextCheckState();
@@ -170,7 +179,7 @@ void FlatButton::paintEvent(QPaintEvent*)
     const qreal by = outlined ? 0.5 : 0;
     painter.drawRoundedRect(box.adjusted(by, by, -by, -by), radius, radius);
     paintContent(painter, rect());
-    if (hasFocus())
+    if (hasFocus() && m_showsFocus)
         drawFocusRing(&painter, box, radius);
 }
 

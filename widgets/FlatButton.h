@@ -42,6 +42,7 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     bool event(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void nextCheckState() override;
 
 private:
@@ -60,6 +61,7 @@ private:
     Look m_to;
     Look m_now;
     QVariantAnimation m_animation;
+    bool m_showsFocus = false;
 };
 
 }

@@ -4,6 +4,7 @@
 
 #include <QAbstractItemView>
 #include <QComboBox>
+#include <QFocusEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
@@ -125,6 +126,11 @@ void drawScrollBar(const QStyleOptionSlider& option, const QRect& slider, QPaint
     painter->restore();
 }
 
+}
+
+bool isKeyboardFocus(const QFocusEvent& event)
+{
+    return event.reason() != Qt::MouseFocusReason && event.reason() != Qt::ActiveWindowFocusReason;
 }
 
 void drawFocusRing(QPainter* painter, const QRectF& rect, qreal radius)
@@ -254,6 +260,14 @@ int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* 
     default:
         return QProxyStyle::styleHint(hint, option, widget, result);
     }
+}
+
+QRect Style::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const
+{
+    const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+    if (element == SE_LineEditContents && qobject_cast<const QLineEdit*>(widget))
+        return rect.adjusted(theme::kSpaceXs, 0, -theme::kSpaceXs, 0);
+    return rect;
 }
 
 QRect Style::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,

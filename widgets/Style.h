@@ -2,6 +2,8 @@
 
 #include <QProxyStyle>
 
+class QFocusEvent;
+
 namespace vantoro {
 
 /// Vantoro's drawing of the standard controls, so that every window of the program looks of one piece: flat surfaces,
@@ -25,11 +27,16 @@ public:
                     const QWidget* widget = nullptr) const override;
     int styleHint(StyleHint hint, const QStyleOption* option = nullptr, const QWidget* widget = nullptr,
                   QStyleHintReturn* result = nullptr) const override;
+    QRect subElementRect(SubElement element, const QStyleOption* option,
+                         const QWidget* widget = nullptr) const override;
     QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
                          const QWidget* widget = nullptr) const override;
     QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                            const QWidget* widget = nullptr) const override;
 };
+
+/// Whether focus came in a way that calls for the ring: by a key or by the program, not by a click or with the window.
+bool isKeyboardFocus(const QFocusEvent& event);
 
 /// A two-pixel ring in the selection colour just inside rect; every control that has the keyboard shows it.
 void drawFocusRing(QPainter* painter, const QRectF& rect, qreal radius);

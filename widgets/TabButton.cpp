@@ -5,6 +5,7 @@
 #include "widgets/Theme.h"
 
 #include <QEvent>
+#include <QFocusEvent>
 #include <QPainter>
 
 namespace vantoro {
@@ -45,6 +46,12 @@ bool TabButton::event(QEvent* event)
     return result;
 }
 
+void TabButton::focusInEvent(QFocusEvent* event)
+{
+    m_showsFocus = isKeyboardFocus(*event);
+    QAbstractButton::focusInEvent(event);
+}
+
 void TabButton::glide()
 {
     m_animation.stop();
@@ -68,7 +75,7 @@ void TabButton::paintEvent(QPaintEvent*)
     icon().paint(&painter, picture);
     painter.setPen(isChecked() ? colors.text : colors.textSecondary);
     painter.drawText(rect().adjusted(0, picture.bottom(), 0, -theme::kSpaceXs), Qt::AlignCenter, text());
-    if (hasFocus())
+    if (hasFocus() && m_showsFocus)
         drawFocusRing(&painter, rect(), theme::kRadiusControl);
 }
 

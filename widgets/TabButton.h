@@ -17,12 +17,14 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     bool event(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
 
 private:
     void glide();
 
     double m_shade = 0; // 0 at rest, 0.5 under the pointer, 1 chosen
     QVariantAnimation m_animation;
+    bool m_showsFocus = false;
 };
 
 }

@@ -97,7 +97,7 @@ QPalette lightPalette()
                         .alternate = QColor::fromRgbF(0.9294117647058824F, 0.9490196078431372F, 1.0F),
                         .button = Qt::white,
                         .text = QColor(27, 31, 36),
-                        .placeholder = QColor(110, 119, 129),
+                        .placeholder = QColor(94, 103, 113),
                         .disabled = QColor(150, 157, 165),
                         .link = QColor(11, 99, 168)});
 }
@@ -130,7 +130,8 @@ QColor accent(Accent which)
 QColor accentFill(Accent which)
 {
     QColor fill = accent(which);
-    while (contrast(fill, textOn(fill)) < kReadable)
+    // The blue of a selection carries white, like the green; dark on blue reads, but looks like an oversight.
+    while (contrast(fill, which == Accent::Selection ? QColor(Qt::white) : textOn(fill)) < kReadable)
         fill = mix(fill, Qt::black, 0.02);
     return fill;
 }
