@@ -71,7 +71,11 @@ void complain(std::string_view archive, std::string_view entry, std::string_view
     }
     line += sentence;
     line += '\n';
-    std::fwrite(line.data(), 1, line.size(), stderr);
+    // An interrupted write is worth a second try: without the sentence nobody knows what happened.
+    if (std::fwrite(line.data(), 1, line.size(), stderr) < line.size()) {
+        std::clearerr(stderr);
+        std::fwrite(line.data(), 1, line.size(), stderr);
+    }
 }
 
 std::string sizeText(std::uint64_t bytes)

@@ -16,9 +16,10 @@ constexpr std::uint64_t kLookEvery = 64 * kMiB;
 constexpr std::uint64_t kMostEntries = 1'000'000;
 }
 
-BombGuard::BombGuard(int folder, std::uint64_t packedSize, Ask ask)
+BombGuard::BombGuard(int folder, std::uint64_t packedSize, const std::atomic<std::uint64_t>& packedRead, Ask ask)
     : m_folder(folder)
     , m_packedSize(std::max<std::uint64_t>(packedSize, 1))
+    , m_packedRead(packedRead)
     , m_ask(std::move(ask))
     , m_mostEntries(kMostEntries)
     , m_nextLook(kLookEvery)
@@ -41,9 +42,9 @@ BombGuard::Space BombGuard::space() const
     return {true, free > reserve ? free - reserve : 0, countsInodes ? std::uint64_t{status.f_favail} : 0};
 }
 
-bool BombGuard::isOutOfProportion(std::uint64_t bytes) const
+bool BombGuard::isOutOfProportion(std::uint64_t bytes, std::uint64_t packed)
 {
-    return bytes >= kHarmless && bytes / m_packedSize >= kMostRatio;
+    return bytes >= kHarmless && bytes / std::max<std::uint64_t>(packed, 1) >= kMostRatio;
 }
 
 Result<void> BombGuard::askOnce(bool& isAllowed, const SizeQuestion& question)
@@ -57,7 +58,7 @@ Result<void> BombGuard::askOnce(bool& isAllowed, const SizeQuestion& question)
 
 Result<void> BombGuard::declared(std::uint64_t bytes, std::uint64_t entries)
 {
-    if (isOutOfProportion(bytes))
+    if (isOutOfProportion(bytes, m_packedSize))
         TRY(askOnce(m_allowsRatio, {SizeQuestion::Kind::Ratio, bytes, 0, m_packedSize}));
     if (entries > m_mostEntries)
         TRY(askOnce(m_allowsCrowd, {SizeQuestion::Kind::Crowd, entries, 0, m_packedSize}));
@@ -77,7 +78,9 @@ Result<void> BombGuard::entered()
 Result<void> BombGuard::wrote(std::uint64_t bytes)
 {
     const auto written = m_written.fetch_add(bytes, std::memory_order_relaxed) + bytes;
-    if (written >= kHarmless && isOutOfProportion(written))
+    // What has been read so far counts: a bomb hides behind padding as easily as not.
+    const auto read = m_packedRead.load(std::memory_order_relaxed);
+    if (isOutOfProportion(written, read > 0 ? read : m_packedSize))
         TRY(askOnce(m_allowsRatio, {SizeQuestion::Kind::Ratio, written, 0, m_packedSize}));
     if (written >= m_nextLook.load(std::memory_order_relaxed))
         TRY(look(written));

@@ -15,7 +15,8 @@ public:
     using Ask = std::function<bool(const SizeQuestion&)>;
 
     /// `folder` lies on the file system that is written to and outlives the guard.
-    BombGuard(int folder, std::uint64_t packedSize, Ask ask);
+    /// `packedRead`: counted by the reader while it goes; 0 while it does not count.
+    BombGuard(int folder, std::uint64_t packedSize, const std::atomic<std::uint64_t>& packedRead, Ask ask);
 
     /// What the headers declare, before anything is written. 0 when not known.
     Result<void> declared(std::uint64_t bytes, std::uint64_t entries);
@@ -33,12 +34,13 @@ private:
         std::uint64_t inodes = 0; ///< free; 0 where the file system does not count them
     };
     Space space() const;
-    bool isOutOfProportion(std::uint64_t bytes) const;
+    static bool isOutOfProportion(std::uint64_t bytes, std::uint64_t packed);
     Result<void> askOnce(bool& isAllowed, const SizeQuestion& question);
     Result<void> look(std::uint64_t written);
 
     const int m_folder;
     const std::uint64_t m_packedSize;
+    const std::atomic<std::uint64_t>& m_packedRead;
     const Ask m_ask;
     std::uint64_t m_mostEntries;
     std::atomic<std::uint64_t> m_written{0};

@@ -96,7 +96,7 @@ private:
         if (m_archive.info().listsCheaply)
             TRY(survey());
         m_workspace.emplace(TRY(Workspace::create(m_options, m_ending)));
-        BombGuard guard(m_workspace->anyFolder(), m_facts.packedSize,
+        BombGuard guard(m_workspace->anyFolder(), m_facts.packedSize, m_packedRead,
                         [this](const SizeQuestion& question) { return allows(question); });
         if (m_listed)
             TRY(guard.declared(m_declaredBytes, m_chosen));
@@ -171,7 +171,9 @@ private:
     /// One pass over the headers: the charset of all names together, and what there is to come.
     Result<void> survey()
     {
-        Survey survey(m_selection, m_archive.info().format == "tar", m_cancel);
+        // Inside a compressed stream packed sizes are larger than the file.
+        const auto packed = m_archive.info().outerFormat.empty() ? m_facts.packedSize : ~std::uint64_t{0};
+        Survey survey(m_selection, m_archive.info().format == "tar", packed, m_cancel);
         const auto listed = m_archive.list(survey);
         // A damaged end does not keep what comes before it from being extracted.
         if (!listed && !isDamage(listed.error().code))

@@ -17,7 +17,7 @@ namespace {
 constexpr unsigned kMostNumbers = 1'000'000;
 constexpr mode_t kFileMode = 0666;
 constexpr std::uint64_t kLargeFile = 1 << 20;
-constexpr std::uint64_t kReserveAhead = std::uint64_t{64} << 20; ///< the declared size is only a claim
+constexpr std::uint64_t kReserveAhead = 16 << 20; ///< the declared size is only a claim
 constexpr std::size_t kShortName = 140; ///< what encrypting file systems leave of 255
 
 bool isNameRefused(int reason) { return reason == EINVAL || reason == EILSEQ || reason == ENAMETOOLONG; }

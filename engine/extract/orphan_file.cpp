@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
+#include <optional>
 #include <string_view>
+#include <thread>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -16,6 +19,8 @@ namespace vantoro {
 namespace {
 
 constexpr std::size_t kMostBytes = 1 << 20;
+constexpr int kMostLockAttempts = 50;
+constexpr auto kLockPause = std::chrono::milliseconds(20);
 
 void makeParents(const std::string& path)
 {
@@ -66,33 +71,51 @@ std::vector<std::string> linesOf(const std::string& text)
 
 }
 
-UniqueFd OrphanFile::openLocked(int flags) const
-{
-    UniqueFd file(::open(m_path.c_str(), flags | O_CLOEXEC | O_NOFOLLOW, 0600));
-    if (file && ::flock(file.get(), LOCK_EX) != 0)
-        file.reset();
-    return file;
-}
+/// The file, for this process alone; without it where that takes too long, since a stopped process may hold it.
+class OrphanFile::Locked {
+public:
+    Locked(const std::string& path, int flags) : m_file(::open(path.c_str(), flags | O_CLOEXEC | O_NOFOLLOW, 0600))
+    {
+        for (int attempt = 0; m_file && ::flock(m_file.get(), LOCK_EX | LOCK_NB) != 0; ++attempt) {
+            if (attempt == kMostLockAttempts)
+                m_file.reset();
+            else
+                std::this_thread::sleep_for(kLockPause);
+        }
+    }
+    ~Locked()
+    {
+        if (m_file)
+            ::flock(m_file.get(), LOCK_UN);
+    }
+    Locked(const Locked&) = delete;
+    Locked& operator=(const Locked&) = delete;
+    explicit operator bool() const { return static_cast<bool>(m_file); }
+    int get() const { return m_file.get(); }
+
+private:
+    UniqueFd m_file;
+};
 
 void OrphanFile::remember(const std::string& path)
 {
     if (path.find('\n') != std::string::npos)
         return; // would list something else
     const std::lock_guard lock(m_mutex);
-    auto file = openLocked(O_RDWR | O_CREAT);
-    if (!file) {
+    std::optional<Locked> file(std::in_place, m_path, O_RDWR | O_CREAT);
+    if (!*file) {
         makeParents(m_path);
-        file = openLocked(O_RDWR | O_CREAT);
+        file.emplace(m_path, O_RDWR | O_CREAT);
     }
-    const auto end = file ? ::lseek(file.get(), 0, SEEK_END) : -1;
-    if (end < 0 || !writeAll(file.get(), path + "\n", end) || ::fdatasync(file.get()) != 0)
+    const auto end = *file ? ::lseek(file->get(), 0, SEEK_END) : -1;
+    if (end < 0 || !writeAll(file->get(), path + "\n", end) || ::fdatasync(file->get()) != 0)
         return; // the extraction matters more than the sweep after a crash
 }
 
 void OrphanFile::forget(const std::string& path)
 {
     const std::lock_guard lock(m_mutex);
-    const auto file = openLocked(O_RDWR);
+    const Locked file(m_path, O_RDWR);
     if (!file)
         return;
     // One line only: another process may have listed the same path for a new folder.
@@ -111,7 +134,7 @@ void OrphanFile::forget(const std::string& path)
 void OrphanFile::sweep()
 {
     std::vector<std::string> paths;
-    if (const auto file = openLocked(O_RDWR))
+    if (const Locked file(m_path, O_RDWR); file)
         paths = linesOf(readAll(file.get()));
     for (const auto& path : sweepOrphans(paths))
         forget(path);

@@ -19,7 +19,7 @@ public:
     void sweep();
 
 private:
-    UniqueFd openLocked(int flags) const;
+    class Locked;
 
     const std::string m_path;
     std::mutex m_mutex;

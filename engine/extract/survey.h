@@ -9,9 +9,12 @@ namespace vantoro {
 class Survey final : public EntryVisitor {
 public:
     /// `selection`, where given, is sorted. `isTar`: what a sparse entry stores counts, not what it spans.
-    Survey(const std::optional<std::vector<std::uint64_t>>& selection, bool isTar, CancelToken cancel)
+    /// `packedSize`: of the whole archive.
+    Survey(const std::optional<std::vector<std::uint64_t>>& selection, bool isTar, std::uint64_t packedSize,
+           CancelToken cancel)
         : m_selection(selection)
         , m_isTar(isTar)
+        , m_packedSize(packedSize)
         , m_cancel(std::move(cancel))
     {
     }
@@ -27,9 +30,11 @@ public:
 
 private:
     bool isChosen(std::uint64_t index);
+    std::uint64_t believable(const Entry& entry) const;
 
     const std::optional<std::vector<std::uint64_t>>& m_selection;
     const bool m_isTar;
+    const std::uint64_t m_packedSize;
     const CancelToken m_cancel;
     std::size_t m_nextChosen = 0;
     std::uint64_t m_listed = 0;
