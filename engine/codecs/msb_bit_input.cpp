@@ -81,10 +81,11 @@ Result<void> MsbBitInput::skipTo(std::uint64_t position)
     return {};
 }
 
-bool MsbBitInput::isExhausted()
+bool MsbBitInput::hasFewerThan(unsigned bits)
 {
-    load(16);
-    return m_atEnd && bitPosition() + 8 > m_total * 8;
+    if (m_end - m_bits.next < 16)
+        load(16);
+    return m_atEnd && bitPosition() + bits > m_total * 8;
 }
 
 std::uint8_t MsbBitInput::takeByteSlowly()

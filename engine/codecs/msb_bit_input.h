@@ -105,8 +105,8 @@ public:
     bool isOverrun() const { return m_atEnd && bitPosition() > m_total * 8; }
     /// Bytes that takeByte() made up.
     std::uint64_t missingBytes() const { return m_missing; }
-    /// Nothing is left but padding of less than a byte.
-    bool isExhausted();
+    /// Fewer than `bits` (at most 128) bits are left.
+    bool hasFewerThan(unsigned bits);
     /// What the stream itself reported (Io and such); a decoder that stops on Truncated returns this instead.
     const Result<void>& streamState() const { return m_streamState; }
 

@@ -35,7 +35,7 @@ Result<void> PrefixCode::build(std::span<const std::uint8_t> lengths)
         const auto span = std::size_t{1} << (kFastBits - length);
         for (std::uint32_t i = 0; i < counts[length]; ++i, ++next) {
             std::fill_n(m_fast.begin() + static_cast<std::ptrdiff_t>(filled), span,
-                        static_cast<std::uint16_t>(m_symbols[next] << 4 | length));
+                        static_cast<std::uint16_t>(unsigned{m_symbols[next]} << 4 | length));
             filled += span;
         }
     }

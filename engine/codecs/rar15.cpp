@@ -171,15 +171,19 @@ Result<void> Rar15::decodeEntry()
 {
     if (m_left == 0)
         return {};
-    TRY(m_in.ready(16));
+    TRY(m_in.ready(32));
     TRY(readFlags());
     m_flagBits = 8;
     while (m_left > 0) {
         auto& out = m_out.cursor();
         if (out.position >= out.stop)
             TRY(m_out.flush());
-        TRY(m_in.ready(32));
+        const auto sound = out.position;
         TRY(decodeSymbol());
+        if (auto ready = m_in.ready(32); !ready) {
+            out.position = sound; // the symbol was cut
+            return ready;
+        }
     }
     return {};
 }

@@ -81,6 +81,7 @@ public:
         TRY(m_out.begin(entry, out));
         if (!entry.isSolid)
             reset();
+        m_sound = m_out.cursor().position;
         auto outcome = decodeEntry();
         TRY(m_out.finish());
         if (outcome && entry.leadsOn)
@@ -94,10 +95,12 @@ private:
     Result<void> readTables();
     Result<void> decodeLz();
     Result<void> decodeAudio();
+    Result<void> nextSymbol();
     void readTail();
 
     MsbBitInput m_in;
     RarOutput m_out;
+    std::size_t m_sound = 0; // position behind the last symbol that was certainly whole
     bool m_hasTables = false;
     bool m_isAudio = false;
     std::array<std::uint8_t, kAudioSymbols * 4> m_lengths{};
@@ -182,17 +185,28 @@ Result<void> Rar20::readTables()
     return {};
 }
 
+/// Makes room for a symbol and its output, takes back what came of a symbol that was cut.
+Result<void> Rar20::nextSymbol()
+{
+    auto& out = m_out.cursor();
+    if (auto ready = m_in.ready(kSymbolBytes); !ready) {
+        out.position = m_sound;
+        return ready;
+    }
+    if (out.position >= out.stop)
+        TRY(m_out.flush());
+    m_sound = out.position;
+    return {};
+}
+
 Result<void> Rar20::decodeLz()
 {
     auto& bits = m_in.bits();
     auto& out = m_out.cursor();
     for (;;) {
-        if (out.position >= out.stop) {
-            TRY(m_out.flush());
-            if (m_out.isFull())
-                return {};
-        }
-        TRY(m_in.ready(kSymbolBytes));
+        TRY(nextSymbol());
+        if (m_out.isFull())
+            return {};
         bits.fill();
         const auto symbol = m_main.decode(bits);
         if (symbol < 256) {
@@ -240,12 +254,9 @@ Result<void> Rar20::decodeAudio()
     auto& bits = m_in.bits();
     auto& out = m_out.cursor();
     for (;;) {
-        if (out.position >= out.stop) {
-            TRY(m_out.flush());
-            if (m_out.isFull())
-                return {};
-        }
-        TRY(m_in.ready(kSymbolBytes));
+        TRY(nextSymbol());
+        if (m_out.isFull())
+            return {};
         bits.fill();
         const auto symbol = m_channelCodes[m_channel].decode(bits);
         if (symbol == PrefixCode::kInvalid)
@@ -264,7 +275,7 @@ Result<void> Rar20::decodeAudio()
 /// this entry.
 void Rar20::readTail()
 {
-    if (!m_hasTables || m_in.isExhausted() || !m_in.ready(kSymbolBytes))
+    if (!m_hasTables || m_in.hasFewerThan(8) || !m_in.ready(kSymbolBytes))
         return;
     m_in.bits().fill();
     const auto symbol = m_isAudio ? m_channelCodes[m_channel].decode(m_in.bits()) : m_main.decode(m_in.bits());

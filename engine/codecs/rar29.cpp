@@ -115,7 +115,7 @@ Result<void> Rar29::decodeBlocks(bool leadsOn)
 /// here does not concern this entry.
 void Rar29::readTail()
 {
-    while (!m_atEnd && !m_in.isExhausted()) {
+    while (!m_atEnd && !m_in.hasFewerThan(1)) {
         if (m_block == Block::None && !readBlockHeader())
             return;
         if (m_block == Block::Lz) {
@@ -127,6 +127,8 @@ void Rar29::readTail()
                 return;
             if (!(symbol == 256 ? readEndMark() : readFilter()))
                 return;
+            if (m_in.isOverrun()) // it was padding
+                m_block = Block::Lz;
         } else {
             auto unused = m_out.cursor();
             const auto byte = ppmdByte();
@@ -234,19 +236,25 @@ Result<void> Rar29::decodeLz()
         m_in.bits() = bits;
         m_out.cursor() = out;
     };
+    auto sound = out.position; // behind the last symbol that was certainly whole
     for (;;) {
+        if (bits.next >= soft) [[unlikely]] {
+            store();
+            if (auto ready = m_in.ready(kSymbolBytes); !ready) {
+                m_out.cursor().position = sound; // the symbol was cut
+                return ready;
+            }
+            sound = out.position;
+            bits = m_in.bits();
+            soft = m_in.softEnd(kSymbolBytes);
+        }
         if (out.position >= out.stop) [[unlikely]] {
             store();
             TRY(m_out.flush());
             out = m_out.cursor();
+            sound = out.position;
             if (m_out.isFull())
                 return {};
-        }
-        if (bits.next >= soft) [[unlikely]] {
-            store();
-            TRY(m_in.ready(kSymbolBytes));
-            bits = m_in.bits();
-            soft = m_in.softEnd(kSymbolBytes);
         }
         bits.fill();
         const auto symbol = m_main.decode(bits);

@@ -218,6 +218,7 @@ Result<void> Rar50::decodeSymbols(std::uint64_t endBit)
     auto distances = m_distances;
     auto lastLength = m_lastLength;
     const std::uint8_t* soft = nullptr;
+    auto sound = out.position; // behind the last symbol that was certainly whole
     const auto store = [&] {
         m_in.bits() = bits;
         m_out.cursor() = out;
@@ -227,7 +228,11 @@ Result<void> Rar50::decodeSymbols(std::uint64_t endBit)
     for (;;) {
         if (bits.next >= soft) [[unlikely]] {
             store();
-            TRY(m_in.ready(kSymbolBytes));
+            if (auto ready = m_in.ready(kSymbolBytes); !ready) {
+                m_out.cursor().position = sound; // the symbol was cut
+                return ready;
+            }
+            sound = out.position;
             if (m_in.bitPosition() >= endBit)
                 break;
             bits = m_in.bits();
@@ -237,6 +242,7 @@ Result<void> Rar50::decodeSymbols(std::uint64_t endBit)
             store();
             TRY(m_out.flush());
             out = m_out.cursor();
+            sound = out.position;
             if (m_out.isFull())
                 break;
         }

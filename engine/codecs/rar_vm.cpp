@@ -308,7 +308,8 @@ void RarVm::shift(const Instruction& instruction)
 void RarVm::compute(const Instruction& instruction)
 {
     const auto isByte = instruction.isByte;
-    const auto& [first, second] = instruction.operands;
+    const auto& first = instruction.operands[0];
+    const auto& second = instruction.operands[1];
     const auto putWithFlags = [&](std::uint32_t value, bool carry) {
         setFlags(value, isByte, carry);
         write(first, isByte, value);

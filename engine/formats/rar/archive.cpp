@@ -179,7 +179,8 @@ Entry RarArchive::describe(std::uint32_t index, std::string& method) const
     entry.nameCharset = member.charset;
     entry.pathStyle = member.pathStyle;
     entry.kind = member.kind;
-    entry.size = member.size;
+    if (member.hasData() && (member.kind == EntryKind::File || member.part.length > 0))
+        entry.size = member.size;
     entry.packedSize = member.packedSize();
     entry.modified = member.modified;
     entry.created = member.created;
@@ -366,6 +367,7 @@ Result<void> RarArchive::readMember(Reading& reading, RarEntryReader& reader, Ra
                 source = *original;
             else
                 refusal = Error{ErrorCode::Corrupt, "rar: the entry copied is not there"};
+            entry.size = m_catalog.members[source].size;
         }
     } else if (member.kind == EntryKind::SymbolicLink && !entry.linkTarget.empty()) {
         hasData = false;
