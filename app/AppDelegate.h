@@ -77,7 +77,7 @@ public:
 
 signals:
     void runningChanged(bool isRunning);
-    /// The extraction queue ran empty; the outcomes of what it did since it last did, in order.
+    /// Nothing is left to do; the outcomes of everything since that last was so, in order.
     void extractionsFinished(const std::vector<vantoro::ExtractionOutcome>& outcomes, bool windowWasActive);
 
 private:
@@ -108,6 +108,7 @@ private:
     void archiveControllerFinished(KXArchiveManageController* archive);
     void setupQueueEmpty(KXTaskQueueObject* queue);
     void extractQueueEmpty(KXTaskQueueObject* queue);
+    void allQueuesEmpty();
     void removeTaskView(KXArchiveManageController* archive);
     void dropArchiveController(KXArchiveManageController* archive);
 

@@ -239,17 +239,23 @@ void AppDelegate::dropArchiveController(KXArchiveManageController* archive)
 void AppDelegate::setupQueueEmpty(KXTaskQueueObject*)
 {
     if (m_extracttasks.isEmpty())
-        m_taskWindow.orderOut();
+        allQueuesEmpty();
     m_selectedDestinaion = QString();
 }
 
 void AppDelegate::extractQueueEmpty(KXTaskQueueObject*)
 {
-    const bool windowWasActive = m_taskWindow.isActive();
     if (m_setuptasks.isEmpty())
-        m_taskWindow.orderOut();
+        allQueuesEmpty();
     KXArchiveManageController::clearGlobalPassword();
-    emit extractionsFinished(std::exchange(m_outcomes, {}), windowWasActive);
+}
+
+void AppDelegate::allQueuesEmpty()
+{
+    const bool windowWasActive = m_taskWindow.isActive();
+    m_taskWindow.orderOut();
+    if (!m_outcomes.empty())
+        emit extractionsFinished(std::exchange(m_outcomes, {}), windowWasActive);
 }
 
 }

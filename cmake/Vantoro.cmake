@@ -79,5 +79,6 @@ function(vantoro_qtest name)
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR})
     target_link_libraries(${name} PRIVATE vantoro_options ${TEST_LINK} Qt6::Test)
     add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES LABELS "${TEST_LABELS}" TIMEOUT 600 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+    set_tests_properties(${name} PROPERTIES LABELS "${TEST_LABELS}" TIMEOUT 600
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TSAN_OPTIONS=die_after_fork=0:suppressions=${CMAKE_SOURCE_DIR}/tests/qt.tsan")
 endfunction()

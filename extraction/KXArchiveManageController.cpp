@@ -144,14 +144,11 @@ void KXArchiveManageController::prepareWithFinishAction(Action<KXArchiveManageCo
     m_thread = std::thread([this, path = m_archivename, stop = m_stop] {
         auto made = std::make_shared<std::unique_ptr<XADSimpleUnarchiver>>(
             XADSimpleUnarchiver::simpleUnarchiverForPath(path, stop));
-        QMetaObject::invokeMethod(
-            this,
-            [this, made] {
-                joinThread();
-                m_unarchiver = std::move(*made);
-                tellFinished();
-            },
-            Qt::QueuedConnection);
+        performOnMainThread(this, [this, made] {
+            joinThread();
+            m_unarchiver = std::move(*made);
+            tellFinished();
+        });
     });
 }
 
@@ -179,13 +176,10 @@ void KXArchiveManageController::extractThreadEntry()
     const bool succeeded = extract();
     if (!isIntoDestination())
         XADPlatform::removeItemAtPath(m_tmpdest);
-    QMetaObject::invokeMethod(
-        this,
-        [this, succeeded] {
-            joinThread();
-            succeeded ? extractFinished() : extractFailed();
-        },
-        Qt::QueuedConnection);
+    performOnMainThread(this, [this, succeeded] {
+        joinThread();
+        succeeded ? extractFinished() : extractFailed();
+    });
 }
 
 bool KXArchiveManageController::extract()

@@ -17,8 +17,7 @@ void KXTaskQueueObject::restart()
         return;
     }
     m_running = true;
-    QMetaObject::invokeMethod(
-        this, [this] { startTask(); }, Qt::QueuedConnection);
+    performOnMainThread(this, [this] { startTask(); });
 }
 
 void KXTaskQueueObject::startTask()

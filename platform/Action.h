@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QMetaObject>
+#include "platform/MainLoop.h"
+
 #include <QObject>
 #include <QPointer>
 #include <QThread>
@@ -39,12 +40,11 @@ public:
         call(std::forward<Args>(args)...);
     }
 
-    /// Calls in the next turn of the target's main loop; from any thread that knows the target to be alive.
+    /// Calls in a later turn of the main loop; from any thread that knows the target to be alive.
     void later(Args... args) const
     {
         if (*this)
-            QMetaObject::invokeMethod(
-                m_target.data(), [call = m_call, ... values = args]() { call(values...); }, Qt::QueuedConnection);
+            performOnMainThread(m_target.data(), [call = m_call, ... values = args]() { call(values...); });
     }
 
 private:

@@ -72,7 +72,7 @@ private slots:
     void menuCommandsChooseArchives();
     void viewModeToggleSwitchesWindows();
     void missingVolumeInASandboxAsksForTheFolder();
-    void outcomesAreToldOnceTheQueueIsEmpty();
+    void outcomesAreToldOnceAllIsDone();
     void quittingInTheMiddleLeavesNothing();
 
 private:
@@ -229,18 +229,17 @@ void ControllerTest::volumesOfALiveArchiveAreNotTakenAgain()
         QVERIFY(part.open(QIODevice::WriteOnly));
         part.write(whole.mid(i * 600, i == 0 ? 600 : -1));
     }
-    int added = 0;
+    std::atomic<int> added{0};
     s.window.prepareRow = [&](ScriptedTaskView& row) {
         row.onStep = [&](const QString& step) {
             if (step != "name")
                 return;
-            QMetaObject::invokeMethod(
-                &s.delegate,
-                [&] {
-                    s.delegate.createArchiveForPath(s.path("a.zip.002"), DestinationType::Current);
-                    ++added;
-                },
-                Qt::BlockingQueuedConnection);
+            performOnMainThread(&s.delegate, [&] {
+                s.delegate.createArchiveForPath(s.path("a.zip.002"), DestinationType::Current);
+                ++added;
+            });
+            while (added == 0)
+                std::this_thread::yield();
         };
     };
     s.delegate.createArchiveForPath(s.path("a.zip.001"), DestinationType::Current);
@@ -357,8 +356,7 @@ void ControllerTest::archivesComeOutOneAfterTheOther()
                 return;
             most = std::max(most.load(), ++inside);
             --inside;
-            QMetaObject::invokeMethod(
-                &s.delegate, [&order, name = row.names().constLast()] { order += name; }, Qt::QueuedConnection);
+            performOnMainThread(&s.delegate, [&order, name = row.names().constLast()] { order += name; });
         };
     };
     QStringList archives;
@@ -467,7 +465,7 @@ void ControllerTest::missingVolumeInASandboxAsksForTheFolder()
     QVERIFY(s.window.rows.front()->asked().front().text.contains("a.zip.002"));
 }
 
-void ControllerTest::outcomesAreToldOnceTheQueueIsEmpty()
+void ControllerTest::outcomesAreToldOnceAllIsDone()
 {
     Stage& s = *m_stage;
     std::vector<ExtractionOutcome> told;
