@@ -149,13 +149,12 @@ std::string innerName(const StreamFormatRow& row, std::string_view name)
     return extension.find('t') != std::string::npos && extension[0] == 't' ? stem + ".tar" : stem;
 }
 
-Result<std::vector<std::byte>> readHead(const StreamFactory& factory)
+Result<std::vector<std::byte>> readHead(ByteStream& stream)
 {
-    auto stream = TRY(factory());
     std::vector<std::byte> head(kHeadSize);
     std::size_t filled = 0;
     while (filled < head.size()) {
-        const auto count = stream->read(Bytes(head).subspan(filled));
+        const auto count = stream.read(Bytes(head).subspan(filled));
         if (!count && filled == 0)
             return count.error();
         if (!count || *count == 0)
@@ -176,19 +175,26 @@ Result<ArchivePtr> openStreamed(const StreamFormatRow& row, Match outerMatch, co
                                 const OpenContext& context)
 {
     auto packed = std::make_shared<const CountingSource>(source);
-    const auto factoryWith = [&](unsigned threads) {
-        return StreamFactory([&row, packed, threads, limits = context.limits, cancel = context.cancel] {
-            StreamParams params;
-            params.threads = threads;
-            params.limits = limits;
-            params.cancel = cancel;
-            return row.open(packed, params);
-        });
+    const auto openFresh = [&row, packed, limits = context.limits, cancel = context.cancel] {
+        StreamParams params;
+        params.threads = std::max(1U, std::thread::hardware_concurrency());
+        params.limits = limits;
+        params.cancel = cancel;
+        return row.open(packed, params);
     };
-    const auto factory = factoryWith(std::max(1U, std::thread::hardware_concurrency()));
+    // The stream that the head was read from serves the first pass: nothing is decoded twice.
+    const auto begun = std::make_shared<StreamPtr>();
+    const StreamFactory factory = [begun, openFresh]() -> Result<StreamPtr> {
+        if (*begun)
+            return std::move(*begun);
+        return openFresh();
+    };
     auto inner = context;
     inner.name = innerName(row, context.name);
-    const auto head = readHead(factoryWith(1)); // a head is not worth several decoders
+    auto stream = openFresh();
+    const auto head = stream ? readHead(**stream) : Result<std::vector<std::byte>>(stream.error());
+    if (head)
+        *begun = prependedStream(*head, *std::move(stream));
     if (head) {
         std::vector<Candidate> candidates;
         const ProbeInput input{*head, nullptr, inner.name};

@@ -227,11 +227,7 @@ private:
         }
         m_packed.reach(m_bit / 8, kMostPacked);
         auto job = freshJob(m_bit);
-        job->length = job->block.parse(m_packed.from(m_bit / 8), m_bit % 8);
-        if (job->length) {
-            job->length = *job->length - m_bit % 8;
-            job->block.unsort();
-        }
+        decodeJob(*job, m_packed.from(m_bit / 8), m_bit % 8);
         return job;
     }
 
@@ -239,10 +235,8 @@ private:
     {
         const std::size_t most = std::size_t{m_threads} * 2 + 2;
         while (m_jobs.size() < most && findMore()) {
-            while (m_jobs.size() < most && m_starts.size() > 1) {
-                const auto wanted = m_packed.inputEnded() && m_starts.size() <= 2 * m_threads ? 1U : 2U;
-                dispatch(wanted);
-            }
+            while (m_jobs.size() < most && m_starts.size() > 1)
+                dispatch();
         }
     }
 
@@ -253,7 +247,7 @@ private:
         while (!m_starts.empty() && m_starts.front() < m_bit)
             m_starts.pop_front();
         m_scanned = std::max(m_scanned, m_packed.start());
-        while (m_starts.size() < 3 && !m_allFound) {
+        while (m_starts.size() < 2 && !m_allFound) {
             if (!m_starts.empty() && m_scanned - m_starts.front() / 8 > 2 * kMostPacked)
                 break; // no block is that long: it is decoded where it is met
             if (m_packed.inputEnded()) {
@@ -279,51 +273,42 @@ private:
             m_starts.push_back(m_packed.end() * 8); // where the last block ends at the latest
     }
 
-    void dispatch(std::size_t count)
+    void dispatch()
     {
-        std::vector<JobPtr> jobs;
-        while (jobs.size() < count && m_starts.size() > 1) {
-            auto job = freshJob(m_starts[0]);
-            const auto first = m_starts[0] / 8;
-            const auto length = std::min<std::uint64_t>(m_starts[1] / 8 + 8 - first, kMostPacked);
-            const auto bytes = m_packed.from(first);
-            const auto part = bytes.first(static_cast<std::size_t>(std::min<std::uint64_t>(length, bytes.size())));
-            job->packed.assign(part.begin(), part.end());
-            m_starts.pop_front();
-            m_jobs.push_back(job);
-            jobs.push_back(std::move(job));
-        }
+        auto job = freshJob(m_starts[0]);
+        const auto first = m_starts[0] / 8;
+        const auto length = std::min<std::uint64_t>(m_starts[1] / 8 + 8 - first, kMostPacked);
+        const auto bytes = m_packed.from(first);
+        const auto part = bytes.first(static_cast<std::size_t>(std::min<std::uint64_t>(length, bytes.size())));
+        job->packed.assign(part.begin(), part.end());
+        m_starts.pop_front();
+        m_jobs.push_back(job);
         if (!m_pool)
             m_pool = std::make_unique<WorkerPool>(m_threads);
-        m_pool->add([this, jobs = std::move(jobs)] { run(jobs); });
+        m_pool->add([this, job = std::move(job)] { run(*job); });
     }
 
-    void run(const std::vector<JobPtr>& jobs)
+    void run(Job& job)
     {
         {
             const std::lock_guard lock(m_mutex);
-            for (const auto& job : jobs)
-                job->begun = true;
+            job.begun = true;
         }
-        std::array<Bzip2Block*, 2> parsed{};
-        std::size_t count = 0;
-        for (const auto& job : jobs) {
-            job->length = guarded([&] { return job->block.parse(job->packed, job->start % 8); });
-            if (job->length) {
-                job->length = *job->length - job->start % 8;
-                parsed[count++] = &job->block;
-            }
-        }
-        if (count == 2)
-            Bzip2Block::unsortBoth(*parsed[0], *parsed[1]);
-        else if (count == 1)
-            parsed[0]->unsort();
+        decodeJob(job, job.packed, job.start % 8);
         {
             const std::lock_guard lock(m_mutex);
-            for (const auto& job : jobs)
-                job->done = true;
+            job.done = true;
         }
         m_finished.notify_all();
+    }
+
+    static void decodeJob(Job& job, ConstBytes packed, std::uint64_t bit)
+    {
+        job.length = guarded([&]() -> Result<std::uint64_t> {
+            const auto end = TRY(job.block.parse(packed, bit));
+            job.block.unsort();
+            return end - bit;
+        });
     }
 
     void waitFor(Job& job)

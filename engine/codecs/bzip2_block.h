@@ -22,8 +22,6 @@ public:
     Result<std::uint64_t> parse(ConstBytes packed, std::uint64_t bit);
     /// Undoes the sorting of a parsed block.
     void unsort();
-    /// The same for two blocks at once: the walks through memory wait for it at the same time.
-    static void unsortBoth(Bzip2Block& one, Bzip2Block& other);
 
     /// After unsort(): the block's bytes, run lengths still in them.
     ConstBytes bytes() const { return ConstBytes(m_bytes).first(m_length); }
@@ -31,7 +29,7 @@ public:
 
 private:
     friend class Bzip2BlockParser;
-    void prepareWalk();
+    void linkUp();
     void removeRandomisation();
 
     std::vector<std::uint32_t> m_links; // low 8 bits a byte of the last column, above it the next position
