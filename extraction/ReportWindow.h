@@ -1,7 +1,5 @@
 #pragma once
 
-#include "extraction/KXArchiveManageController.h"
-
 #include <QWidget>
 
 class QLabel;
@@ -9,20 +7,7 @@ class QPlainTextEdit;
 
 namespace vantoro {
 
-/// What one finished job is summed up from.
-struct FinishedExtraction {
-    QString archive; ///< path
-    QString destination; ///< folder
-    bool wasCancelled = false;
-    ExtractionOutcome outcome;
-};
-
-/// One sentence on the whole batch, for a notification: what was extracted where, and whether anything went wrong.
-QString summaryOf(const QList<FinishedExtraction>& batch);
-/// Every refused or damaged entry under its archive, as plain text to be copied. Empty when there is nothing to report.
-QString reportOf(const QList<FinishedExtraction>& batch);
-
-/// Shows a report, with a button that copies it.
+/// What went wrong in a batch of extractions, entry by entry, with a button that copies it.
 class ReportWindow : public QWidget {
     Q_OBJECT
 

@@ -94,6 +94,7 @@ ProgressPanel::ProgressPanel(QWidget* parent)
     for (QLabel* label : {static_cast<QLabel*>(m_namefield), static_cast<QLabel*>(m_amount), m_timeLeft})
         makeQuiet(label);
     m_amount->setElideMode(Qt::ElideRight);
+    m_amount->setMinimumWidth(m_amount->fontMetrics().horizontalAdvance(QStringLiteral("888.8 MB")));
     auto* figures = new QHBoxLayout;
     figures->setSpacing(theme::kSpaceM);
     figures->addWidget(m_amount, 1);

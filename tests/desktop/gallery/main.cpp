@@ -36,8 +36,11 @@ namespace {
 
 constexpr int kWidth = 520;
 
+int g_patience = 1; // what waiting times are divided by
+
 void settle(int milliseconds)
 {
+    milliseconds /= g_patience;
     QElapsedTimer clock;
     clock.start();
     while (clock.elapsed() < milliseconds) {
@@ -195,6 +198,43 @@ void questions(Gallery& gallery)
     });
 }
 
+void encodingList(Gallery& gallery)
+{
+    KXEncodePopButton button;
+    button.resize(360, button.sizeHint().height());
+    button.buildEncodingListMatchingXADString(
+        XADString::stringWithBytes("\x83\x74\x83\x40\x83\x43\x83\x8b\x88\xea\x97\x97.txt", 20, 0.6F));
+    button.selectItemWithTag(20);
+    button.show();
+    button.showPopup();
+    gallery.save(*button.view()->window(), QStringLiteral("encoding-list"));
+    button.hidePopup();
+}
+
+/// The rows with type of twice the size, then mirrored.
+void otherReaders(Gallery& gallery)
+{
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPointSizeF(usual.pointSizeF() * 2);
+    const auto show = [&gallery](const QString& name) {
+        Scene scene;
+        auto* first = scene.add(QStringLiteral("/home/ana/Downloads/Holiday photos 2019.zip"));
+        auto* second = scene.add(QStringLiteral("/home/ana/Downloads/Backup.part1.rar"));
+        first->setupProgressViewInPreparingMode();
+        second->displayNotWritableErrorWithResponseAction({});
+        scene.show();
+        progressOf(first);
+        gallery.save(scene.window(), name);
+    };
+    QApplication::setFont(large);
+    show(QStringLiteral("large-type"));
+    QApplication::setFont(usual);
+    QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+    show(QStringLiteral("mirrored"));
+    QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+}
+
 class SamplePage : public MASPreferencesViewController {
 public:
     SamplePage(QString label, QString picture, QWidget* view)
@@ -289,14 +329,12 @@ void windows(Gallery& gallery)
 
 void report(Gallery& gallery)
 {
-    FinishedExtraction job;
-    job.archive = QStringLiteral("/home/ana/Downloads/Holiday photos 2019.zip");
-    job.destination = QStringLiteral("/home/ana/Pictures");
-    job.outcome.succeeded = true;
-    job.outcome.problems = {QStringLiteral("2019/Sardinia/harbour.jpeg: the data is damaged."),
-                            QStringLiteral("../../.bashrc: would leave the destination folder.")};
     ReportWindow window;
-    window.setReport(summaryOf({job}), reportOf({job}));
+    window.setReport(QStringLiteral("Holiday photos 2019.zip was extracted to Pictures. Two files were refused or "
+                                    "damaged."),
+                     QStringLiteral("/home/ana/Downloads/Holiday photos 2019.zip\n"
+                                    "  • 2019/Sardinia/harbour.jpeg: the data is damaged.\n"
+                                    "  • ../../.bashrc: would leave the destination folder."));
     window.show();
     gallery.save(window, QStringLiteral("report"));
     HDAlert::showAlert(HDAlert::Style::Informational, QStringLiteral("Information"),
@@ -347,10 +385,12 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() < 2) {
-        qCritical("usage: vantoro-gallery FOLDER [FONT]");
+        qCritical("usage: vantoro-gallery FOLDER [FONT | --quick]");
         return 2;
     }
-    if (arguments.size() > 2)
+    if (arguments.value(2) == QLatin1String("--quick"))
+        g_patience = 20; // only whether all of it can be drawn
+    else if (arguments.size() > 2)
         QApplication::setFont(QFont(arguments.at(2), 10));
     const QDir folder(arguments.at(1));
     if (!folder.mkpath(QStringLiteral(".")))
@@ -364,6 +404,8 @@ int main(int argc, char** argv)
         taskList(gallery);
         narrow(gallery);
         questions(gallery);
+        encodingList(gallery);
+        otherReaders(gallery);
         windows(gallery);
         report(gallery);
     }
