@@ -12,6 +12,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QMimeDatabase>
+#include <QStandardPaths>
 
 #include <algorithm>
 #include <array>
@@ -61,6 +62,10 @@ bool moveToTrash(const QString& path, QString* inTrash)
 {
     if (QFile::exists(QStringLiteral("/.flatpak-info")))
         return moveToTrashByPortal(path);
+    // On a new account Qt cannot make the Trash for want of the folder around it, and then moves the file into folders
+    // "files" and "info" of the current folder.
+    if (!QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)))
+        return false;
     return QFile::moveToTrash(path, inTrash);
 }
 
