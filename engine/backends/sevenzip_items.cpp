@@ -14,7 +14,6 @@ constexpr std::uint64_t kTicksPerSecond = 10'000'000; // of a FileTime
 constexpr std::int64_t kSecondsTo1970 = 11'644'473'600; // from 1601
 
 // Windows attributes; with kHasUnixMode the upper half is a Unix mode.
-constexpr std::uint32_t kAttributeFolder = 0x10;
 constexpr std::uint32_t kAttributeReparse = 0x400;
 constexpr std::uint32_t kHasUnixMode = 0x8000;
 

@@ -21,6 +21,10 @@
 #endif
 #endif
 
+#ifdef __clang__
+#pragma clang diagnostic ignored "-Wc99-extensions" // in the macros of libseccomp
+#endif
+
 namespace vantoro::cage {
 
 namespace {

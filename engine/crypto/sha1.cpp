@@ -25,7 +25,7 @@ void portableBlock(Sha1State& state, const Words& block)
     std::copy(block.begin(), block.end(), w.begin());
     for (std::size_t i = 16; i < 80; ++i)
         w[i] = std::rotl(w[i - 3] ^ w[i - 8] ^ w[i - 14] ^ w[i - 16], 1);
-    auto [a, b, c, d, e] = state;
+    auto a = state[0], b = state[1], c = state[2], d = state[3], e = state[4];
     const auto round = [&](std::uint32_t f, std::uint32_t k, std::uint32_t word) {
         const auto next = std::rotl(a, 5) + f + e + k + word;
         e = d;
