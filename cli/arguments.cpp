@@ -21,6 +21,9 @@ constexpr auto kCommands = std::to_array<CommandRow>({
     {"extract", Command::Extract,
      " -o --folder --password-file --password-fd --encoding --only --keep-broken --quiet "},
     {"test", Command::Test, kPassword},
+    {"create", Command::Create,
+     " -o --kind --level --password-file --password-fd --encrypt-names --classic-encryption --exclude --threads "
+     "--reproducible --quiet "},
     {"formats", Command::Formats, " --json "},
 });
 
@@ -94,6 +97,12 @@ private:
             m_arguments.keepBroken = true;
         else if (name == "--quiet")
             m_arguments.quiet = true;
+        else if (name == "--encrypt-names")
+            m_arguments.encryptNames = true;
+        else if (name == "--classic-encryption")
+            m_arguments.classicEncryption = true;
+        else if (name == "--reproducible")
+            m_arguments.reproducible = true;
         else
             parseOptionWithValue(name, value(name));
     }
@@ -114,6 +123,23 @@ private:
             parseFolder(text);
         else if (name == "--encoding")
             parseEncoding(text);
+        else if (name == "--kind")
+            m_arguments.kind = text;
+        else if (name == "--exclude")
+            m_arguments.exclude.push_back(text);
+        else if (name == "--level")
+            m_arguments.level = parseNumber(name, text, 0, 9);
+        else if (name == "--threads")
+            m_arguments.threads = parseNumber(name, text, 1, 256);
+    }
+
+    unsigned parseNumber(const std::string& name, const std::string& text, unsigned least, unsigned most)
+    {
+        unsigned number = 0;
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+        if (error != std::errc{} || end != text.data() + text.size() || number < least || number > most)
+            fail(name + " wants a number from " + std::to_string(least) + " to " + std::to_string(most));
+        return number;
     }
 
     void parseDescriptor(const std::string& text)
@@ -158,7 +184,10 @@ private:
         if (m_arguments.command == Command::Formats)
             return count == 0 ? void() : fail("\"formats\" takes no archive");
         if (count == 0)
-            return fail("\"" + std::string(m_row->name) + "\" wants an archive");
+            return fail("\"" + std::string(m_row->name) + "\" wants "
+                        + (m_arguments.command == Command::Create ? "files or folders" : "an archive"));
+        if (m_arguments.command == Command::Create && m_arguments.destination.empty())
+            return fail("\"create\" wants -o ARCHIVE");
         if (m_arguments.command == Command::List && count > 1)
             return fail("\"list\" takes one archive");
         if (m_arguments.passwordFile && m_arguments.passwordFd)
@@ -216,6 +245,24 @@ Extracts archives. Nothing that exists is overwritten: a taken name gets a numbe
 
 Decodes everything, writes nothing, and tells what is damaged.
 )";
+    case Command::Create:
+        return R"(usage: vantoro-cli create -o OUT [--kind K] [--level 0-9] [--password-file F | --password-fd N]
+                          [--encrypt-names] [--exclude GLOB]... [--threads N] [--reproducible] PATH...
+
+Writes a new archive of files and folders. What stands at OUT stays until the new archive is complete.
+
+  -o OUT                the archive; its name decides the kind
+  --kind K              zip, 7z, tar.gz, tar.xz, tar.zst, tar.bz2, tar, ... whatever OUT is called
+  --level N             0 (fast) to 9 (small)
+  --password-file F     encrypts (zip: AES-256, 7z) with the first line of file F
+  --password-fd N       or with what comes from the open descriptor N
+  --encrypt-names       7z: the list of names as well
+  --classic-encryption  zip: the old, weak cipher, for programs that know no other
+  --exclude GLOB        leaves out what matches, by path in the archive or by name; may be repeated
+  --threads N           threads that compress (default: as many as processors)
+  --reproducible        identical input gives an identical archive: sorted, fixed times, no owners
+  --quiet               no progress and no result line
+)";
     case Command::Formats:
         return R"(usage: vantoro-cli formats [--json]
 
@@ -227,6 +274,7 @@ Lists the formats that can be read, with their file-name extensions.
   list     shows what is in an archive
   extract  unpacks archives
   test     checks archives without writing anything
+  create   writes a new archive
   formats  lists the formats that can be read
 
 vantoro-cli COMMAND --help tells more. Exit status: 0 whole, 1 entries refused or damaged, 2 failed, nothing kept,

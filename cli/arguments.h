@@ -8,7 +8,7 @@
 
 namespace vantoro::cli {
 
-enum class Command { List, Extract, Test, Formats, Version, Help };
+enum class Command { List, Extract, Test, Create, Formats, Version, Help };
 
 /// Exit statuses: a contract that scripts rely on.
 enum Status : int {
@@ -33,6 +33,13 @@ struct Arguments {
     bool sha256 = false;
     bool keepBroken = false;
     bool quiet = false;
+    std::string kind; ///< of create; empty: by the output's name
+    std::optional<unsigned> level;
+    unsigned threads = 0;
+    std::vector<std::string> exclude;
+    bool encryptNames = false;
+    bool classicEncryption = false;
+    bool reproducible = false;
 };
 
 struct Parsed {

@@ -8,6 +8,7 @@ namespace vantoro::cli {
 int runList(const Arguments& arguments, const CancelToken& cancel);
 int runExtract(const Arguments& arguments, const CancelToken& cancel);
 int runTest(const Arguments& arguments, const CancelToken& cancel);
+int runCreate(const Arguments& arguments, const CancelToken& cancel);
 int runFormats(const Arguments& arguments);
 
 /// An entry's name as people read it: decoded, with '/' between components, without "./" in front and '/' behind.

@@ -43,6 +43,8 @@ int run(const Arguments& arguments)
         return runExtract(arguments, cancel);
     case Command::Test:
         return runTest(arguments, cancel);
+    case Command::Create:
+        return runCreate(arguments, cancel);
     case Command::Formats:
         return runFormats(arguments);
     case Command::Version:
