@@ -69,14 +69,15 @@ std::array<std::byte, ZipAes::kCheckSize> ZipAes::check(std::string_view passwor
     return bytes;
 }
 
-Result<bool> ZipAes::start(std::string_view password, ConstBytes salt, ConstBytes check, unsigned strength)
+Result<void> ZipAes::derive(std::string_view password, ConstBytes salt, unsigned strength,
+                            std::array<std::byte, kCheckSize>& check)
 {
     std::array<std::byte, 2 * 32 + kCheckSize> derived;
     const auto size = keySize(strength);
     const auto used = Bytes(derived).first(2 * size + kCheckSize);
     pbkdf2Sha1(asBytes(password), salt, kRounds, used);
     auto& state = *m_state;
-    const bool fits = std::equal(check.begin(), check.end(), used.end() - kCheckSize, used.end());
+    std::copy(used.end() - kCheckSize, used.end(), check.begin());
     state.hmac = HmacSha1(used.subspan(size, size));
     const auto* cipher = state.contextStrength == strength ? nullptr : cipherFor(strength);
     const auto* key = reinterpret_cast<const unsigned char*>(derived.data());
@@ -88,13 +89,27 @@ Result<bool> ZipAes::start(std::string_view password, ConstBytes salt, ConstByte
     state.contextStrength = strength;
     state.counter = 0;
     state.padUsed = kPadSize;
-    return fits;
+    return {};
 }
 
-Result<void> ZipAes::decrypt(Bytes bytes)
+Result<bool> ZipAes::start(std::string_view password, ConstBytes salt, ConstBytes check, unsigned strength)
+{
+    std::array<std::byte, kCheckSize> derived{};
+    TRY(derive(password, salt, strength, derived));
+    return std::equal(check.begin(), check.end(), derived.begin(), derived.end());
+}
+
+Result<std::array<std::byte, ZipAes::kCheckSize>> ZipAes::startEncryption(std::string_view password, ConstBytes salt,
+                                                                          unsigned strength)
+{
+    std::array<std::byte, kCheckSize> check{};
+    TRY(derive(password, salt, strength, check));
+    return check;
+}
+
+Result<void> ZipAes::applyPad(Bytes bytes)
 {
     auto& state = *m_state;
-    state.hmac.update(bytes);
     while (!bytes.empty()) {
         if (state.padUsed == kPadSize && !state.fillPad(bytes.size()))
             return Error{ErrorCode::Internal, "zip: AES failed"};
@@ -105,6 +120,27 @@ Result<void> ZipAes::decrypt(Bytes bytes)
         bytes = bytes.subspan(part);
     }
     return {};
+}
+
+Result<void> ZipAes::decrypt(Bytes bytes)
+{
+    m_state->hmac.update(bytes);
+    return applyPad(bytes);
+}
+
+Result<void> ZipAes::encrypt(Bytes bytes)
+{
+    TRY(applyPad(bytes));
+    m_state->hmac.update(bytes);
+    return {};
+}
+
+std::array<std::byte, ZipAes::kCodeSize> ZipAes::code()
+{
+    const auto digest = m_state->hmac.finish();
+    std::array<std::byte, kCodeSize> result;
+    std::copy_n(digest.begin(), result.size(), result.begin());
+    return result;
 }
 
 bool ZipAes::isAuthentic(ConstBytes code)

@@ -26,10 +26,21 @@ public:
     Result<bool> start(std::string_view password, ConstBytes salt, ConstBytes check, unsigned strength);
     /// Takes cipher text into the authentication and turns it into plain text, in place.
     Result<void> decrypt(Bytes bytes);
+    /// Derives the keys for an entry to be written; returns the check bytes that stand behind the salt.
+    Result<std::array<std::byte, kCheckSize>> startEncryption(std::string_view password, ConstBytes salt,
+                                                              unsigned strength);
+    /// Turns plain text into cipher text, in place, and takes that into the authentication.
+    Result<void> encrypt(Bytes bytes);
+    /// The authentication code of all cipher text seen.
+    std::array<std::byte, kCodeSize> code();
+
     /// Whether the code stored behind the data is that of all cipher text seen.
     bool isAuthentic(ConstBytes code);
 
 private:
+    Result<void> derive(std::string_view password, ConstBytes salt, unsigned strength,
+                        std::array<std::byte, kCheckSize>& check);
+    Result<void> applyPad(Bytes bytes);
     struct State;
     std::unique_ptr<State> m_state;
 };

@@ -32,15 +32,32 @@ inline void ZipCipher::stir(std::uint8_t plain)
     m_key2 = crcStep(m_key2, m_key1 >> 24);
 }
 
+inline std::uint8_t ZipCipher::keyByte() const
+{
+    const auto t = (m_key2 | 2) & 0xFFFF;
+    return static_cast<std::uint8_t>((t * (t ^ 1)) >> 8);
+}
+
+// Both work on a copy with its keys in registers: the object cannot alias the data then.
+
 void ZipCipher::decrypt(Bytes bytes)
 {
-    // Keys in registers: the object cannot alias the data then.
     auto local = *this;
     for (auto& byte : bytes) {
-        const auto t = (local.m_key2 | 2) & 0xFFFF;
-        const auto plain = static_cast<std::uint8_t>(std::to_integer<std::uint32_t>(byte) ^ (t * (t ^ 1)) >> 8);
+        const auto plain = static_cast<std::uint8_t>(std::to_integer<std::uint8_t>(byte) ^ local.keyByte());
         local.stir(plain);
         byte = static_cast<std::byte>(plain);
+    }
+    *this = local;
+}
+
+void ZipCipher::encrypt(Bytes bytes)
+{
+    auto local = *this;
+    for (auto& byte : bytes) {
+        const auto plain = std::to_integer<std::uint8_t>(byte);
+        byte = static_cast<std::byte>(plain ^ local.keyByte());
+        local.stir(plain);
     }
     *this = local;
 }

@@ -101,13 +101,14 @@ Result<Block> bzip2Piece(ConstBytes piece, int level)
 class XzSink final : public ByteSink {
 public:
     static Result<std::unique_ptr<ByteSink>> make(ByteSink& out, unsigned level, unsigned threads,
-                                                  std::uint64_t expectedSize)
+                                                  std::uint64_t expectedSize, CancelToken cancel)
     {
-        auto sink = std::unique_ptr<XzSink>(new XzSink(out));
+        auto sink = std::unique_ptr<XzSink>(new XzSink(out, std::move(cancel)));
         lzma_mt options{};
         options.threads = threads;
         options.preset = level;
         options.check = LZMA_CHECK_CRC64;
+        options.timeout = 100; // milliseconds, so that a stop is seen while the threads work
         options.block_size = blockSize(level, threads, expectedSize);
         if (lzma_stream_encoder_mt(&sink->m_stream, &options) != LZMA_OK)
             return Error{ErrorCode::OutOfMemory, "xz encoder"};
@@ -121,7 +122,7 @@ public:
     Result<void> finish() override { return run({}, LZMA_FINISH); }
 
 private:
-    explicit XzSink(ByteSink& out) : m_out(out), m_packed(256 << 10) {}
+    XzSink(ByteSink& out, CancelToken cancel) : m_out(out), m_cancel(std::move(cancel)), m_packed(256 << 10) {}
 
     /// Three dictionaries is the library's rule; with few blocks some threads would have nothing to do, so the data
     /// are shared out evenly, into blocks no smaller than a dictionary.
@@ -143,6 +144,7 @@ private:
         m_stream.next_in = reinterpret_cast<const std::uint8_t*>(block.data());
         m_stream.avail_in = block.size();
         while (true) {
+            TRY(m_cancel.check());
             m_stream.next_out = reinterpret_cast<std::uint8_t*>(m_packed.data());
             m_stream.avail_out = m_packed.size();
             const auto result = lzma_code(&m_stream, action);
@@ -154,6 +156,7 @@ private:
         }
     }
     ByteSink& m_out;
+    CancelToken m_cancel;
     lzma_stream m_stream = LZMA_STREAM_INIT;
     Block m_packed;
 };
@@ -259,7 +262,8 @@ int scaled(std::optional<unsigned> level, int usual, const std::array<int, 10>& 
 }
 
 Result<std::unique_ptr<ByteSink>> makeCompressor(std::string_view method, ByteSink& out, std::optional<unsigned> level,
-                                                 unsigned threads, std::uint64_t expectedSize)
+                                                 unsigned threads, std::uint64_t expectedSize,
+                                                 const CancelToken& cancel)
 {
     if (method == "gz") {
         const int own = scaled(level, 6, {0, 1, 2, 3, 4, 5, 6, 8, 9, 12});
@@ -274,7 +278,7 @@ Result<std::unique_ptr<ByteSink>> makeCompressor(std::string_view method, ByteSi
             out, pieceSize, threads, [own](ConstBytes piece) { return bzip2Piece(piece, own); }));
     }
     if (method == "xz")
-        return XzSink::make(out, level.value_or(6), threads, expectedSize);
+        return XzSink::make(out, level.value_or(6), threads, expectedSize, cancel);
     if (method == "zst")
         return std::unique_ptr<ByteSink>(std::make_unique<ZstdSink>(
             out, scaled(level, 3, {1, 1, 2, 3, 5, 7, 9, 12, 15, 19}), threads, expectedSize));

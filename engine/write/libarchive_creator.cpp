@@ -68,7 +68,7 @@ public:
         Target target{&out, {}};
         if (!method.empty()) {
             const auto expected = sources.totalSize + sources.items.size() * 1024;
-            compressor = TRY(makeCompressor(method, out, options.level, options.threads, expected));
+            compressor = TRY(makeCompressor(method, out, options.level, options.threads, expected, options.cancel));
             target.sink = compressor.get();
         }
         m_target = &target;
@@ -224,7 +224,7 @@ public:
         const auto& item = sources.items[0];
         auto reader = TRY(SourceReader::open(item));
         log.begin(item);
-        const auto compressor = TRY(makeCompressor(m_kind, out, options.level, options.threads, reader.size()));
+        const auto compressor = TRY(makeCompressor(m_kind, out, options.level, options.threads, reader.size(), options.cancel));
         std::vector<std::byte> buffer(512 << 10);
         while (true) {
             TRY(options.cancel.check());
