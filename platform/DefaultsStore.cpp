@@ -33,6 +33,9 @@ public:
     {
         const std::lock_guard lock(m_mutex);
         refresh();
+        if (m_settings->value(storedKey(key)).toString() == value.toString() && isPlain(value)
+            && m_settings->contains(storedKey(key)))
+            return; // each launch writes what is there already
         if (value.isValid())
             m_settings->setValue(storedKey(key), value);
         else
@@ -43,6 +46,14 @@ public:
     }
 
 private:
+    /// Stored as its own text.
+    static bool isPlain(const QVariant& value)
+    {
+        const int type = value.typeId();
+        return type == QMetaType::Bool || type == QMetaType::Int || type == QMetaType::LongLong
+            || (type == QMetaType::QString && !value.toString().isEmpty());
+    }
+
     void open() const
     {
         m_settings = std::make_unique<QSettings>(m_path, QSettings::IniFormat);
