@@ -22,7 +22,7 @@ std::vector<SourcePtr> filesOf(const SourcePtr& opened, const Session& session)
     return files;
 }
 
-class SevenZipArchive final : public Archive {
+class SevenZipArchive final : public PartsArchive {
 public:
     SevenZipArchive(const Format& format, std::unique_ptr<Session> session, Opened opened, const SourcePtr& source)
         : m_format(format)
@@ -68,21 +68,31 @@ public:
     /// This archive reads from inside `outer`.
     void keep(std::unique_ptr<SevenZipArchive> outer) { m_outer = std::move(outer); }
 
+    SourcePtr part(std::uint64_t entry) const override
+    {
+        return entry < m_items.count() ? itemSource(m_items.handlerIndex(entry)) : nullptr;
+    }
+
     /// The one thing inside a disk image that is worth opening in its place.
     SourcePtr mainPart() const
     {
         Variant index;
         if (m_handler->archiveProperty(property::kMainSubfile, &index) != kOk || !index.isNumber())
             return nullptr;
+        return itemSource(static_cast<std::uint32_t>(index.number()));
+    }
+
+private:
+    SourcePtr itemSource(std::uint32_t item) const
+    {
         const auto parts = m_handler.query<SubStreams>();
         SequentialInStream* found = nullptr;
-        if (!parts || parts->itemStream(static_cast<std::uint32_t>(index.number()), &found) != kOk || !found)
+        if (!parts || parts->itemStream(item, &found) != kOk || !found)
             return nullptr;
         const auto stream = Ref<SequentialInStream>::adopt(found).query<InStream>();
         return stream ? streamSource(stream) : nullptr;
     }
 
-private:
     /// Packed are the bytes of the file, not those of a partition in it.
     void countInto(std::atomic<std::uint64_t>* counter)
     {
@@ -146,8 +156,8 @@ private:
     ArchiveInfo m_info;
 };
 
-Result<std::unique_ptr<SevenZipArchive>> openLayer(const Format& format, const SourcePtr& source,
-                                                   const OpenContext& context)
+Result<std::unique_ptr<SevenZipArchive>> openOne(const Format& format, const SourcePtr& source,
+                                                 const OpenContext& context)
 {
     auto session = std::make_unique<Session>(context);
     auto opened = TRY(openHandler(format, source, *session));
@@ -158,17 +168,23 @@ Result<std::unique_ptr<SevenZipArchive>> openLayer(const Format& format, const S
 
 }
 
+Result<std::unique_ptr<PartsArchive>> openLayer(const Format& format, const SourcePtr& source,
+                                                const OpenContext& context)
+{
+    return std::unique_ptr<PartsArchive>(TRY(openOne(format, source, context)));
+}
+
 Result<ArchivePtr> openArchive(const Format& format, SourcePtr source, const OpenContext& context)
 {
     return guarded([&]() -> Result<ArchivePtr> {
-        auto archive = TRY(openLayer(format, source, context));
+        auto archive = TRY(openOne(format, source, context));
         bool isImage = format.isImage;
         for (unsigned depth = 0; isImage && depth < context.limits.depth; ++depth) {
             const auto part = archive->mainPart();
             const auto* inner = part ? findImageFormat(*part) : nullptr;
             if (!inner)
                 break;
-            auto opened = openLayer(*inner, part, context);
+            auto opened = openOne(*inner, part, context);
             if (!opened)
                 break; // a file system that cannot be read: the partition itself can
             isImage = inner->isImage;

@@ -2,6 +2,7 @@
 
 #include "engine/backends/sevenzip_archive.h"
 #include "engine/backends/sevenzip_image_probes.h"
+#include "engine/backends/sevenzip_msi.h"
 #include "engine/backends/sevenzip_probes.h"
 
 #include <array>
@@ -19,7 +20,6 @@ constexpr Format kCab{.id = "cab", .classId = 0x08, .names = Names::Cab};
 constexpr Format kChm{.id = "chm", .classId = 0xE9, .names = Names::Utf8};
 constexpr Format kHxs{.id = "hxs", .classId = 0xCE, .names = Names::Utf8};
 constexpr Format kCompound{.id = "compound", .classId = 0xE5};
-constexpr Format kMsi{.id = "msi", .classId = 0xE5};
 constexpr Format kWim{.id = "wim", .classId = 0xE6};
 constexpr Format kNsis{.id = "nsis", .classId = 0x09, .names = Names::Bytes, .findsItself = true};
 constexpr Format kXar{.id = "xar", .classId = 0xE1, .names = Names::Utf8};
@@ -100,7 +100,7 @@ constexpr std::array<Extension, 3> kDiskExtensions{"img", "gpt", "mbr"};
 constexpr std::array kRows{
     FormatRow{"7z", "7z archive", k7zExtensions, probe7z, openBehindStub<k7z, find7zInStub>},
     FormatRow{"cab", "Cabinet", kCabExtensions, probeCab, openBehindStub<kCab, findCabInStub>},
-    FormatRow{"msi", "Windows installer package", kMsiExtensions, probeMsi, open<kMsi>},
+    FormatRow{"msi", "Windows installer package", kMsiExtensions, probeMsi, openMsi},
     FormatRow{"compound", "Compound file", kCompoundExtensions, probeCompound, open<kCompound>},
     FormatRow{"chm", "Compiled help", kChmExtensions, probeChm, open<kChm>},
     FormatRow{"hxs", "Compiled help 2", kHxsExtensions, probeHxs, open<kHxs>},

@@ -362,7 +362,8 @@ TEST_F(SevenZip, decodesForeignMethodsWithOurOwnCodecs)
         EXPECT_FALSE(cut.items[0].outcome);
     }
     const auto unknown = readAll(*open(memorySource(make7z(0x04F711FF, lz4, text))));
-    EXPECT_EQ(unknown.items[0].outcome.error().code, ErrorCode::UnsupportedMethod) << unknown.items[0].outcome.error().what;
+    EXPECT_EQ(unknown.items[0].outcome.error().code, ErrorCode::UnsupportedMethod)
+        << unknown.items[0].outcome.error().what;
 }
 
 // Cabinets, made here: one folder, stored.
@@ -475,6 +476,41 @@ TEST_F(SevenZip, anEntryShorterThanDeclaredIsAnError)
     const auto contents = readAll(*open(memorySource(cab)));
     ASSERT_EQ(contents.items.size(), 1U);
     EXPECT_FALSE(contents.items[0].outcome);
+}
+
+// An installer package shows what it installs and where, not its tables and a cabinet of keys.
+TEST_F(SevenZip, installerPackagesOpenAsTheFilesThatTheyInstall)
+{
+    REQUIRE_TOOL("wixl");
+    folder.write("p.wxs", R"(<?xml version="1.0"?>
+<Wix xmlns="http://schemas.microsoft.com/wix/2006/wi">
+<Product Name="P" Id="ABCDDCBA-86C7-4D14-AEC0-86416A69ABDE" UpgradeCode="ABCDDCBA-7349-453F-94F6-BCB5110BA4FD"
+  Language="1033" Codepage="1252" Version="1.0.0" Manufacturer="A">
+<Package Id="*" Description="d" Comments="c" Manufacturer="A" InstallerVersion="100" Languages="1033" Compressed="yes"/>
+<Media Id="1" Cabinet="p.cab" EmbedCab="yes"/>
+<Directory Id="TARGETDIR" Name="SourceDir"><Directory Id="ProgramFilesFolder" Name="PFiles">
+<Directory Id="INSTALLDIR" Name="My Program">
+<Component Id="A" Guid="ABCDDCBA-83F1-4F22-985B-FDB3C8ABD471">
+<File Id="KeyOfA" Name="Read me.txt" DiskId="1" Source="a" KeyPath="yes"/></Component>
+<Directory Id="SUB" Name="lib"><Component Id="B" Guid="ABCDDCBA-83F1-4F22-985B-FDB3C8ABD472">
+<File Id="KeyOfB" Name="b.bin" DiskId="1" Source="b" KeyPath="yes"/></Component></Directory>
+</Directory></Directory></Directory>
+<Feature Id="C" Level="1"><ComponentRef Id="A"/><ComponentRef Id="B"/></Feature>
+</Product></Wix>)");
+    ASSERT_TRUE(folder.run("wixl -o p.msi p.wxs"));
+    const auto archive = open(file(folder, "p.msi"));
+    EXPECT_EQ(archive->info().format, "msi");
+    const auto contents = readAll(*archive);
+    ASSERT_TRUE(contents.result);
+    ASSERT_EQ(contents.items.size(), 2U);
+    const auto* a = contents.find("Program Files/My Program/Read me.txt");
+    const auto* b = contents.find("Program Files/My Program/lib/b.bin");
+    ASSERT_TRUE(a && b);
+    EXPECT_EQ(a->data, data("a"));
+    EXPECT_EQ(b->data, data("b"));
+    const auto chosen = readAll(*archive, std::vector<std::uint64_t>{b->index});
+    ASSERT_EQ(chosen.items.size(), 1U);
+    EXPECT_EQ(chosen.items[0].data, data("b"));
 }
 
 TEST_F(SevenZip, zipNamesKeepTheirBytesAndWhatIsDeclared)
