@@ -136,7 +136,7 @@ Result<void> FileWriter::finish()
     }
     if (isHidden())
         TRY(moveIntoPlace());
-    m_placer.setPlaced(m_plan.node, true);
+    m_placed.push_back(m_plan.node);
     return {};
 }
 

@@ -38,6 +38,13 @@ public:
     /// Everything ends here: removed whatever was wished.
     void abandon();
 
+    /// Tells the placer which files stand: once for many, since it is locked while folders are made.
+    void reportPlaced()
+    {
+        m_placer.setPlaced(m_placed);
+        m_placed.clear();
+    }
+
     bool isOpen() const { return static_cast<bool>(m_file); }
     const FilePlan& plan() const { return m_plan; }
     std::uint64_t size() const { return m_size; }
@@ -58,6 +65,7 @@ private:
     WriterSettings& m_settings;
     FilePlan m_plan;
     std::string m_hiddenName;
+    std::vector<NodeId> m_placed;
     UniqueFd m_file;
     std::uint64_t m_size = 0;
     std::uint64_t m_reserved = 0;

@@ -279,7 +279,9 @@ Result<void> Lane::settle(const Result<void>& readOutcome)
 {
     if (m_receiving != Receiving::Nothing)
         TRY(end(readOutcome ? Error{ErrorCode::Truncated, "entry without an end"} : readOutcome.error()));
-    return m_ownPipe ? m_job.passOn(m_ownPipe->drain()) : Result<void>();
+    const auto settled = m_ownPipe ? m_job.passOn(m_ownPipe->drain()) : Result<void>();
+    m_writer.reportPlaced(); // the pipe rests
+    return settled;
 }
 
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <cstdlib>
@@ -19,8 +20,8 @@ namespace vantoro {
 namespace {
 
 constexpr std::size_t kMostBytes = 1 << 20;
-constexpr int kMostLockAttempts = 50;
-constexpr auto kLockPause = std::chrono::milliseconds(20);
+constexpr int kMostLockAttempts = 40;
+constexpr auto kLockPause = std::chrono::milliseconds(10);
 
 void makeParents(const std::string& path)
 {
@@ -76,8 +77,11 @@ class OrphanFile::Locked {
 public:
     Locked(const std::string& path, int flags) : m_file(::open(path.c_str(), flags | O_CLOEXEC | O_NOFOLLOW, 0600))
     {
+        static std::atomic<bool> isStuck{false}; // waited for once in a process, not every time
+        const int most = isStuck.load() ? 0 : kMostLockAttempts;
         for (int attempt = 0; m_file && ::flock(m_file.get(), LOCK_EX | LOCK_NB) != 0; ++attempt) {
-            if (attempt == kMostLockAttempts)
+            isStuck.store(attempt == most);
+            if (attempt == most)
                 m_file.reset();
             else
                 std::this_thread::sleep_for(kLockPause);

@@ -75,6 +75,12 @@ void Placer::setPlaced(NodeId node, bool placed)
         placed ? ++m_placedItems : --m_placedItems;
 }
 
+void Placer::setPlaced(std::span<const NodeId> nodes)
+{
+    for (const auto node : nodes)
+        setPlaced(node, true);
+}
+
 void Placer::setKeptBroken(NodeId node, const std::string& diskName)
 {
     {
@@ -131,6 +137,7 @@ Result<void> Placer::addFolder(Components name, std::uint64_t entry, const FileT
     // A link of this name came before: the folder is the later one and takes the next name.
     const auto latest = m_tree.find(parent, name.back());
     const bool behindLink = latest != kNoNode && m_tree.kind(latest) == NodeKind::Link;
+    const auto known = m_tree.size();
     NodeId node = kNoNode;
     if (behindLink) {
         node = addNode(parent, name.back(), NodeKind::Folder, entry);
@@ -138,8 +145,10 @@ Result<void> Placer::addFolder(Components name, std::uint64_t entry, const FileT
     } else {
         node = TRY(folderAt(parent, name.back(), shortEntry(entry), mode));
     }
-    if (traits.hasMode || traits.modified)
-        m_folderTraits.push_back({node, traits});
+    auto later = traits;
+    later.hasMode = traits.hasMode && node < known; // a new one has its mode already
+    if (later.hasMode || later.modified)
+        m_folderTraits.push_back({node, later});
     return {};
 }
 
@@ -233,20 +242,16 @@ Result<void> Placer::condemn(std::uint64_t firstEntry, bool keepBroken, const Re
 
 Result<void> Placer::finishFolder(const FolderTraits& folder, mode_t umask)
 {
-    if (folder.node == kRootNode)
-        return {};
     const auto parent = TRY(m_folders.open(m_tree.parent(folder.node)));
-    auto opened = TRY(openFolderForReading(parent->get(), std::string(m_tree.diskName(folder.node)).c_str()));
+    const std::string name(m_tree.diskName(folder.node));
     if (folder.traits.hasMode) {
-        struct stat status {};
-        const auto mode = (folder.traits.mode | 0700U) & (0777U & ~umask);
-        if (::fstat(opened.get(), &status) == 0 && (status.st_mode & 07777U) != mode)
-            (void)!::fchmod(opened.get(), mode); // some file systems have no modes
+        const auto opened = TRY(openFolderForReading(parent->get(), name.c_str()));
+        (void)!::fchmod(opened.get(), (folder.traits.mode | 0700U) & (0777U & ~umask)); // not every disk has modes
     }
     if (folder.traits.modified) {
         const timespec accessed = folder.traits.accessed.value_or(timespec{0, UTIME_OMIT});
         const timespec times[2] = {accessed, *folder.traits.modified};
-        (void)!::futimens(opened.get(), times);
+        (void)!::utimensat(parent->get(), name.c_str(), times, AT_SYMLINK_NOFOLLOW);
     }
     return {};
 }

@@ -62,6 +62,7 @@ public:
     std::string shortenName(NodeId node, std::size_t most);
     /// The file stands on disk, whole; or not any more.
     void setPlaced(NodeId node, bool placed);
+    void setPlaced(std::span<const NodeId> nodes);
     /// It stands on disk as `diskName` although it is not whole.
     void setKeptBroken(NodeId node, const std::string& diskName);
 
