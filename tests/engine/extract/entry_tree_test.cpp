@@ -34,7 +34,7 @@ TEST(EntryTree, staysSmallAndQuickWithAMillionEntries)
         status >> total >> pages;
         return pages * 4096;
     };
-    const auto before = resident();
+    [[maybe_unused]] const auto before = resident();
     EntryTree tree;
     NodeId parent = kRootNode;
     for (unsigned i = 0; i < 1'000'000; ++i) {
