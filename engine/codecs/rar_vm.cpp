@@ -122,7 +122,7 @@ std::uint32_t RarRecordBits::take(unsigned bits)
     }
     std::uint32_t value = 0;
     for (; bits > 0; --bits, ++m_position)
-        value = value << 1 | (m_data[m_position / 8] >> (7 - m_position % 8) & 1U);
+        value = value << 1 | (std::uint32_t{m_data[m_position / 8]} >> (7 - m_position % 8) & 1U);
     return value;
 }
 

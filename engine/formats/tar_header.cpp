@@ -1,6 +1,7 @@
 #include "engine/formats/tar_header.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace vantoro {
 
@@ -60,6 +61,28 @@ Result<void> appendSparse(ConstBytes block, std::size_t position, std::size_t co
         map.push_back({static_cast<std::uint64_t>(*offset), static_cast<std::uint64_t>(*length)});
     }
     return {};
+}
+
+struct Sum {
+    std::int64_t bytes = 0;
+    std::int64_t negatives = 0; ///< bytes from 0x80 on
+};
+
+/// Of whole words, at most 64: eight bytes at a time in four lanes of 16 bits, which that many cannot overflow.
+Sum sumOf(ConstBytes bytes)
+{
+    constexpr std::uint64_t kEven = 0x00FF00FF00FF00FF;
+    std::uint64_t lanes = 0;
+    Sum sum;
+    for (; bytes.size() >= sizeof lanes; bytes = bytes.subspan(sizeof lanes)) {
+        std::uint64_t word;
+        std::memcpy(&word, bytes.data(), sizeof word);
+        lanes += (word & kEven) + (word >> 8 & kEven);
+        sum.negatives += std::popcount(word & 0x8080808080808080);
+    }
+    for (; lanes != 0; lanes >>= 16)
+        sum.bytes += static_cast<std::int64_t>(lanes & 0xFFFF);
+    return sum;
 }
 
 bool looksNumeric(ConstBytes field)
@@ -137,15 +160,11 @@ bool isTarHeader(ConstBytes block)
     const auto stored = numberField(block, kChecksum, kChecksumLength);
     if (!stored)
         return false;
-    std::int64_t plain = 0;
-    std::int64_t withSigns = 0;
-    for (std::size_t i = 0; i < kTarBlock; ++i) {
-        const bool isChecksum = i >= kChecksum && i < kChecksum + kChecksumLength;
-        const auto byte = isChecksum ? std::uint8_t{' '} : std::to_integer<std::uint8_t>(block[i]);
-        plain += byte;
-        withSigns += static_cast<std::int8_t>(byte);
-    }
-    return *stored == plain || *stored == withSigns;
+    // The checksum's own field counts as spaces; as signed bytes, each from 0x80 on is 256 less.
+    const auto all = sumOf(block.first(kTarBlock));
+    const auto own = sumOf(block.subspan(kChecksum, kChecksumLength));
+    const auto plain = all.bytes - own.bytes + std::int64_t{' '} * std::int64_t{kChecksumLength};
+    return *stored == plain || *stored == plain - 256 * (all.negatives - own.negatives);
 }
 
 bool isPlausibleTarHeader(ConstBytes block)

@@ -90,6 +90,16 @@ TEST(Tar, readsTheOldestDialect)
     EXPECT_EQ(probe(tar, "x"), Match::Likely);
 }
 
+TEST(Tar, acceptsChecksumsOfSignedBytesToo)
+{
+    auto header = tarHeader({.name = std::string(90, '\xE4')}, 0);
+    const auto plain = std::stol(header.substr(148, 6), nullptr, 8);
+    putField(header, 148, octal(static_cast<std::uint64_t>(plain - 256 * 90), 6));
+    EXPECT_EQ(readTar(header + tarEnd()).contents.items.size(), 1U);
+    putField(header, 148, octal(static_cast<std::uint64_t>(plain - 256 * 89), 6));
+    EXPECT_EQ(readTar(header + tarEnd()).contents.items.size(), 0U);
+}
+
 TEST(Tar, takesLongNamesAndLargeNumbersOfGnuTar)
 {
     const std::string longName(300, 'n');
