@@ -179,7 +179,7 @@ Entry RarArchive::describe(std::uint32_t index, std::string& method) const
     entry.nameCharset = member.charset;
     entry.pathStyle = member.pathStyle;
     entry.kind = member.kind;
-    if (member.hasData() && (member.kind == EntryKind::File || member.part.length > 0))
+    if (member.hasData())
         entry.size = member.size;
     entry.packedSize = member.packedSize();
     entry.modified = member.modified;
@@ -369,8 +369,6 @@ Result<void> RarArchive::readMember(Reading& reading, RarEntryReader& reader, Ra
                 refusal = Error{ErrorCode::Corrupt, "rar: the entry copied is not there"};
             entry.size = m_catalog.members[source].size;
         }
-    } else if (member.kind == EntryKind::SymbolicLink && !entry.linkTarget.empty()) {
-        hasData = false;
     }
     if (TRY(lane.begin(entry)) == LaneReceiver::Want::Skip)
         return {};

@@ -69,7 +69,11 @@ struct RarMember {
     }
 
     std::uint64_t packedSize() const;
-    bool hasData() const { return kind == EntryKind::File || kind == EntryKind::SymbolicLink; }
+    /// The entry has bytes of its own: a file, or a symbolic link whose target is stored as data.
+    bool hasData() const
+    {
+        return kind == EntryKind::File || (kind == EntryKind::SymbolicLink && (!extras || extras->linkTarget.empty()));
+    }
 };
 
 struct RarVolume {

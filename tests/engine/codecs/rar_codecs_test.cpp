@@ -1,6 +1,8 @@
 #include "engine/codecs/rar29_filters.h"
 #include "engine/codecs/rar_codec.h"
+#include "tests/support/mixed_data.h"
 #include "tests/support/rar_builder.h"
+#include "tests/support/rar_packer.h"
 #include "tests/support/streams.h"
 
 #include <gtest/gtest.h>
@@ -88,7 +90,7 @@ struct Decoded {
 
 Decoded decode(RarCodec& codec, std::string_view packed, RarCodecEntry entry)
 {
-    testing::PiecewiseStream stream(std::string(packed), 1);
+    testing::PiecewiseStream stream(std::string(packed), packed.size() < 1000 ? 1 : 77'777);
     StringSink sink;
     if (entry.window == 0)
         entry.window = 1 << 18;
@@ -395,6 +397,32 @@ TEST(Rar29Filters, runForeignPrograms)
     filters.reset();
     EXPECT_FALSE(filters.declare(kFlags, wrong, out)) << "the check byte";
     EXPECT_FALSE(filters.declare(kFlags, record(2, 4, false), out)) << "the program is not there";
+}
+
+TEST(RarCodecs, decodeWhatAPackerMadeOfMixedData)
+{
+    for (const std::size_t size : {0U, 1U, 5'000U, 3'000'000U}) {
+        const auto data = mixedData(size, static_cast<unsigned>(size));
+        for (const auto windowSize : {std::uint64_t{4} << 20, std::uint64_t{1} << 22}) {
+            const RarCodecEntry entry{.size = data.size(), .window = windowSize};
+            EXPECT_TRUE(decode(*makeRar50Codec(false), packRar50(data), entry).text == data) << size;
+            EXPECT_TRUE(decode(*makeRar29Codec(), packRar29(data), entry).text == data) << size;
+        }
+    }
+}
+
+TEST(RarCodecs, wrapTheWindowAnywhere)
+{
+    // Distances of the packer stay below 4 MiB, so the window goes round several times.
+    auto data = mixedData(700'000, 3);
+    while (data.size() < 14'000'000)
+        data += data.substr(data.size() / 3, 1'111'111);
+    const auto packed = packRar50(data);
+    for (const auto extra : {0U, 1U, 777U, 50'000U}) {
+        const RarCodecEntry entry{.size = data.size(), .window = (4 << 20) + extra};
+        EXPECT_TRUE(decode(*makeRar50Codec(false), packed, entry).text == data) << extra;
+    }
+    EXPECT_TRUE(decode(*makeRar29Codec(), packRar29(data), {.size = data.size(), .window = 4 << 20}).text == data);
 }
 
 TEST(RarVm, stopsProgramsThatDoNotEnd)

@@ -3,6 +3,7 @@
 #include "tests/support/mixed_data.h"
 #include "tests/support/passwords.h"
 #include "tests/support/rar_builder.h"
+#include "tests/support/rar_packer.h"
 
 #include <gtest/gtest.h>
 
@@ -426,6 +427,56 @@ TEST(RarVolumes, doNotGoOnInAFileThatOnlyHasTheName)
     const auto archive = open(volumes[0], context);
     EXPECT_EQ(archive->info().missingVolume, "x.part2.rar");
     EXPECT_EQ(archive->info().volumes, std::vector<std::string>{"x.part1.rar"});
+}
+
+/// Several lanes, each of which only takes entries one after another.
+class ManyLanes final : public Lanes {
+public:
+    unsigned count() const override { return 4; }
+    LaneReceiver& lane(unsigned index) override { return m_lanes[index]; }
+    std::vector<Item> items()
+    {
+        std::vector<Item> all;
+        for (auto& lane : m_lanes)
+            all.insert(all.end(), lane.items.begin(), lane.items.end());
+        return all;
+    }
+
+private:
+    std::array<CollectingLanes, 4> m_lanes;
+};
+
+TEST(Rar5, decodesEntriesInSeveralLanesAndSolidOnesInOne)
+{
+    constexpr std::uint64_t kFast = 5 << 10 | 1 << 7;
+    std::string blocks;
+    std::vector<std::string> data;
+    for (unsigned i = 0; i < 40; ++i) {
+        data.push_back(mixedData(20'000 + 100 * i, i));
+        // From 20 on each entry goes on with the state of the one before; its own data need nothing of it.
+        blocks += R5::file({.name = std::to_string(i),
+                            .data = packRar50(data.back()),
+                            .size = data.back().size(),
+                            .crc = crc32(0, asBytes(data.back())),
+                            .compression = kFast | (i > 20 ? 0x40U : 0)});
+    }
+    const auto archive = open(R5::archive(blocks));
+    EXPECT_TRUE(archive->info().isSolid);
+    ManyLanes lanes;
+    ASSERT_TRUE(archive->read({}, lanes));
+    auto items = lanes.items();
+    ASSERT_EQ(items.size(), data.size());
+    for (const auto& item : items) {
+        EXPECT_TRUE(item.outcome);
+        EXPECT_TRUE(item.data == data[item.index]) << item.index;
+    }
+    // A later solid entry alone, and one whose receiver has enough of it.
+    const auto one = readAll(*archive, std::vector<std::uint64_t>{30, 33});
+    EXPECT_TRUE(one.items[0].data == data[30] && one.items[1].data == data[33]);
+    CollectingLanes refusing;
+    refusing.refuseAfter = 1;
+    ASSERT_TRUE(archive->read({}, refusing));
+    EXPECT_EQ(refusing.items.size(), data.size());
 }
 
 TEST(Rar, isFoundBehindAProgram)
