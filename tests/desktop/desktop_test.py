@@ -251,6 +251,46 @@ def queued_archives_all_come_out(a):
     check(times == sorted(times), "they came out in their order")
 
 
+def make_large(a):
+    """Takes some seconds, so that something can be done meanwhile."""
+    with zipfile.ZipFile(a.work / "large.zip", "w") as archive:
+        for i in range(5_000):
+            archive.writestr("d%d/f%d.txt" % (i % 100, i), b"tiny %d" % i)
+    a.launch("large.zip")
+    wait_until((a.work / ".Vantoro0").exists, "the extraction to begin")
+
+
+def running_extraction_is_cancelled_by_keyboard(a):
+    make_large(a)
+    a.wait_for_focus()
+    a.keys("Tab", "Tab", "space")  # past the choice of encodings to the row
+    started = time.monotonic()
+    a.wait_until_done()
+    check(time.monotonic() - started < 5, "it stops soon")
+    check(a.names() == ["large.zip"] and a.orphans() == [], "nothing is left")
+
+
+def finished_batch_is_notified_when_nobody_looks(a):
+    monitor = subprocess.Popen(["dbus-monitor", "--session", "interface='org.freedesktop.Notifications'"],
+                               env=a.environment, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+    other = subprocess.Popen(["xev", "-name", "another program"], env=a.environment, stdout=subprocess.DEVNULL)
+    try:
+        make_large(a)
+        a.wait_for_focus()
+        a.xdotool("windowactivate", "--sync", a.wait_for_window("another program"))
+        a.wait_until_done(60)
+        check(not any("Vantoro" in title for title in a.xdotool("getactivewindow", "getwindowname")),
+              "the end takes no focus")
+        time.sleep(0.5)
+    finally:
+        monitor.terminate()
+        other.kill()
+        other.wait()
+    told = monitor.communicate()[0]
+    check(told.count("member=Notify") == 1 and "large.zip" in told and str(a.work) in told,
+          "one notification names what was extracted where")
+
+
 def full_disk_says_so_and_leaves_nothing(a):
     folder = a.mount("small", "size=1m")
     if folder is None:
@@ -306,7 +346,7 @@ def help_needs_no_display(a):
 SCENARIOS = [value for value in list(globals().values())
              if callable(value) and getattr(value, "__module__", "") == __name__
              and getattr(value, "__code__", None) and value.__code__.co_varnames[:1] == ("a",)
-             and value.__name__ not in ("read_only_folder", "to_the_not_writable_panel")]
+             and value.__name__ not in ("read_only_folder", "to_the_not_writable_panel", "make_large")]
 
 
 def run(scenario, desktop, program):

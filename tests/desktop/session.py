@@ -10,7 +10,8 @@ import subprocess
 import tempfile
 import time
 
-TOOLS = ("Xvfb", "openbox", "xdotool", "dbus-daemon", "gdbus", "7z")
+TOOLS = ("Xvfb", "openbox", "xdotool", "dbus-daemon", "dbus-monitor", "gdbus", "xev",
+         "7z")
 APPLICATION = "org.vantoro.vantoro"
 OBJECT = "/org/vantoro/vantoro"
 WINDOW = "Extractions"
