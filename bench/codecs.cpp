@@ -8,9 +8,12 @@
 #include "engine/codecs/lz4.h"
 #include "engine/codecs/lzip.h"
 #include "engine/codecs/lzma.h"
+#include "engine/codecs/rar_codec.h"
 #include "engine/codecs/xz.h"
 #include "engine/codecs/zstd.h"
+#include "engine/crypto/blake2sp.h"
 #include "tests/support/packers.h"
+#include "tests/support/rar_packer.h"
 
 #include <benchmark/benchmark.h>
 
@@ -72,6 +75,37 @@ void xz(benchmark::State& state)
               [](StreamPtr in, const CodecParams& params) { return openXz(std::move(in), params, blocks); });
 }
 
+void decodeRar(benchmark::State& state, const std::string& packed, RarCodec& codec)
+{
+    struct Nothing final : ByteSink {
+        Result<void> write(ConstBytes) override { return {}; }
+        Result<void> finish() override { return {}; }
+    } sink;
+    const auto source = memorySource(packed);
+    for (auto _ : state) {
+        const auto stream = windowStream(source);
+        const auto result = codec.decode(*stream, {.size = data().size(), .window = 4 << 20}, sink);
+        if (!result)
+            return state.SkipWithError(result.error().what);
+    }
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * static_cast<std::int64_t>(data().size()));
+}
+
+void rar5(benchmark::State& state) { decodeRar(state, test::packRar50(data()), *makeRar50Codec(false)); }
+void rar3(benchmark::State& state) { decodeRar(state, test::packRar29(data()), *makeRar29Codec()); }
+void blake2sp(benchmark::State& state)
+{
+    for (auto _ : state) {
+        Blake2sp hash;
+        hash.update(asBytes(data()));
+        benchmark::DoNotOptimize(hash.finish());
+    }
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * static_cast<std::int64_t>(data().size()));
+}
+
+BENCHMARK(rar5)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(rar3)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(blake2sp)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(gzip)->Arg(1)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(deflate)->Arg(1)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(bzip2)->Arg(1)->Arg(2)->UseRealTime()->MeasureProcessCPUTime()->Unit(benchmark::kMillisecond);
