@@ -256,6 +256,7 @@ int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* 
     case SH_ScrollBar_LeftClickAbsolutePosition:
         return 1;
     case SH_EtchDisabledText:
+    case SH_DialogButtonBox_ButtonsHaveIcons:
         return 0;
     default:
         return QProxyStyle::styleHint(hint, option, widget, result);
