@@ -96,7 +96,7 @@ ProgressPanel::ProgressPanel(QWidget* parent)
     m_amount->setElideMode(Qt::ElideRight);
     m_amount->setMinimumWidth(m_amount->fontMetrics().horizontalAdvance(QStringLiteral("888.8 MB")));
     auto* figures = new QHBoxLayout;
-    figures->setSpacing(theme::kSpaceM);
+    figures->setSpacing(theme::kSpaceXs);
     figures->addWidget(m_amount, 1);
     figures->addWidget(m_timeLeft);
     column()->addWidget(m_actionfield);

@@ -92,7 +92,7 @@ FlatButton::Look FlatButton::kindLook(bool hovered, bool pressed) const
     const bool round = m_kind == Kind::Round;
     QColor ground = pressed ? colors.pressed : hovered ? colors.hover : palette().color(QPalette::Button);
     if (round) {
-        ground = pressed ? theme::mix(colors.pressed, colors.text, 0.1) : hovered ? colors.pressed : colors.hover;
+        ground = pressed ? theme::mix(colors.pressed, colors.text, 0.1) : hovered ? colors.pressed : colors.track;
     } else if (!hovered && !pressed && m_kind == Kind::Quiet) {
         ground = colors.hover;
         ground.setAlpha(0);
