@@ -1,0 +1,55 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en_US">
+<context>
+    <name>ExtractionSummary</name>
+    <message numerus="yes">
+        <source>%n archive(s) were extracted</source>
+        <translation>
+            <numerusform>%n archive was extracted</numerusform>
+            <numerusform>%n archives were extracted</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n entry(s) were damaged or refused</source>
+        <translation>
+            <numerusform>%n entry was damaged or refused</numerusform>
+            <numerusform>%n entries were damaged or refused</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>ProgressPanel</name>
+    <message numerus="yes">
+        <source>About %n seconds left</source>
+        <translation>
+            <numerusform>About %n second left</numerusform>
+            <numerusform>About %n seconds left</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>About %n minute(s) left</source>
+        <translation>
+            <numerusform>About %n minute left</numerusform>
+            <numerusform>About %n minutes left</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>About %n hour(s) left</source>
+        <translation>
+            <numerusform>About %n hour left</numerusform>
+            <numerusform>About %n hours left</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::TaskWindow</name>
+    <message numerus="yes">
+        <source>%n archive(s)</source>
+        <translation>
+            <numerusform>%n archive</numerusform>
+            <numerusform>%n archives</numerusform>
+        </translation>
+    </message>
+</context>
+</TS>

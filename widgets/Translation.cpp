@@ -1,0 +1,26 @@
+#include "widgets/Translation.h"
+
+#include <QCoreApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
+
+static void loadResources() { Q_INIT_RESOURCE(i18n); }
+
+namespace vantoro {
+
+void installTranslations(QCoreApplication& application)
+{
+    loadResources();
+    auto* toolkit = new QTranslator(&application);
+    if (toolkit->load(QLocale(), QStringLiteral("qtbase"), QStringLiteral("_"),
+                      QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(toolkit);
+    auto* own = new QTranslator(&application);
+    const QString folder = QStringLiteral(":/i18n");
+    if (own->load(QLocale(), QStringLiteral("vantoro"), QStringLiteral("_"), folder)
+        || own->load(QStringLiteral("vantoro_en"), folder))
+        QCoreApplication::installTranslator(own);
+}
+
+}
