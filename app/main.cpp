@@ -6,6 +6,7 @@
 #include "files/FilePanels.h"
 #include "platform/OrphanedFolders.h"
 #include "widgets/Appearance.h"
+#include "widgets/Translation.h"
 
 #include <QApplication>
 #include <QDir>
@@ -112,6 +113,7 @@ int main(int argc, char** argv)
     QApplication::setApplicationVersion(QStringLiteral(VANTORO_VERSION));
     QApplication::setDesktopFileName(kApplicationId);
     QApplication::setQuitOnLastWindowClosed(false);
+    installTranslations(application);
     Appearance::instance().install(application);
     return runApplication(request, activationToken);
 }

@@ -15,6 +15,7 @@
 #include "widgets/MASPreferencesWindowController.h"
 #include "widgets/PasswordField.h"
 #include "widgets/ProgressOverlay.h"
+#include "widgets/Translation.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -395,6 +396,7 @@ int main(int argc, char** argv)
     const QDir folder(arguments.at(1));
     if (!folder.mkpath(QStringLiteral(".")))
         return 1;
+    installTranslations(application);
     Appearance::instance().install(application);
     QApplication::setQuitOnLastWindowClosed(false);
     for (const bool dark : {false, true}) {
