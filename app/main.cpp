@@ -90,9 +90,10 @@ int runApplication(const LaunchRequest& request, const QString& activationToken)
             delegate.applicationOpenFile(path);
     });
     delegate.awakeFromNib();
-    taskWindow.buildEncodingList();
     delegate.applicationDidFinishLaunching();
     service.perform(request, activationToken);
+    QTimer::singleShot(0, &taskWindow,
+                       &DesktopTaskWindow::buildEncodingList); // sorting names must not delay the window
     const IdleQuit idleQuit(delegate);
     const int result = QApplication::exec();
     PanelService::setShared(nullptr);
