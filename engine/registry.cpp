@@ -4,6 +4,7 @@
 #include "engine/backends/libarchive_rows.h"
 #include "engine/backends/sevenzip_rows.h"
 #include "engine/formats/arj.h"
+#include "engine/formats/cpio.h"
 #include "engine/formats/iso.h"
 #include "engine/formats/rpm.h"
 #include "engine/formats/single_stream.h"
@@ -32,6 +33,7 @@ std::vector<const FormatRow*> collectContainers()
         rows.push_back(&row);
     rows.push_back(&kIsoFormat);
     rows.push_back(&kArjFormat);
+    rows.push_back(&kCpioFormat);
     for (const auto& row : lhasaRows())
         rows.push_back(&row);
     rows.push_back(&kRarFormat);

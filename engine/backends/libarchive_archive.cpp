@@ -2,12 +2,10 @@
 
 #include <archive.h>
 #include <archive_entry.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <deque>
 #include <functional>
-#include <map>
 
 namespace vantoro {
 
@@ -76,73 +74,7 @@ Entry describe(const LibarchiveFormat& format, archive_entry* header, std::vecto
     return entry;
 }
 
-using HeaderPtr = std::unique_ptr<archive_entry, decltype(&archive_entry_free)>;
-using Step = std::function<Result<void>(archive_entry* header, bool hasData)>;
-
-/// cpio's newer kinds store a file with several names as empty entries, and its bytes with the last one. Holds the
-/// empty ones back until that arrives, and passes them on as hard links to it.
-class LinkedNames {
-public:
-    /// True when the header was taken into keeping.
-    bool hold(archive_entry* header)
-    {
-        const auto key = keyOf(header);
-        const auto known = m_held.find(key);
-        const bool isEmpty = archive_entry_size(header) == 0;
-        if (archive_entry_nlink(header) < 2 || archive_entry_filetype(header) != AE_IFREG || !isEmpty)
-            return false;
-        if (const auto done = m_carriers.find(key); done != m_carriers.end()) {
-            archive_entry_set_hardlink(header, done->second.c_str());
-            return false;
-        }
-        if (archive_entry_hardlink(header) && known == m_held.end())
-            return false;
-        HeaderPtr copy(archive_entry_clone(header), &archive_entry_free);
-        archive_entry_set_hardlink(copy.get(), nullptr);
-        m_held[key].push_back(std::move(copy));
-        return true;
-    }
-    /// The names that were waiting for this header's bytes; the header becomes the file itself.
-    std::vector<HeaderPtr> releasedBy(archive_entry* header)
-    {
-        auto waiting = m_held.extract(keyOf(header));
-        if (waiting.empty() || archive_entry_filetype(header) != AE_IFREG)
-            return {};
-        archive_entry_set_hardlink(header, nullptr);
-        const std::string carrier(text(archive_entry_pathname(header)));
-        m_carriers[waiting.key()] = carrier;
-        return linkedTo(std::move(waiting.mapped()), carrier);
-    }
-    /// At the end: names whose file is really empty. The first one becomes the file.
-    std::vector<HeaderPtr> rest()
-    {
-        std::vector<HeaderPtr> headers;
-        for (auto& [key, waiting] : m_held) {
-            const std::string carrier(text(archive_entry_pathname(waiting.front().get())));
-            headers.push_back(std::move(waiting.front()));
-            waiting.erase(waiting.begin());
-            for (auto& link : linkedTo(std::move(waiting), carrier))
-                headers.push_back(std::move(link));
-        }
-        m_held.clear();
-        return headers;
-    }
-
-private:
-    using Key = std::pair<std::uint64_t, std::int64_t>;
-    static Key keyOf(archive_entry* header)
-    {
-        return {static_cast<std::uint64_t>(archive_entry_dev(header)), archive_entry_ino64(header)};
-    }
-    static std::vector<HeaderPtr> linkedTo(std::vector<HeaderPtr> headers, const std::string& carrier)
-    {
-        for (auto& header : headers)
-            archive_entry_set_hardlink(header.get(), carrier.c_str());
-        return headers;
-    }
-    std::map<Key, std::vector<HeaderPtr>> m_held;
-    std::map<Key, std::string> m_carriers;
-};
+using Step = std::function<Result<void>(archive_entry* header)>;
 
 /// Entries that came out of a stream before a checksum had confirmed them.
 class DoubtfulEntries {
@@ -188,7 +120,7 @@ public:
     {
         const auto session = TRY(open(nullptr));
         std::uint64_t index = 0;
-        return walk(*session, [&](archive_entry* header, bool) -> Result<void> {
+        return walk(*session, [&](archive_entry* header) -> Result<void> {
             auto entry = describe(m_format, header, m_attributes);
             entry.index = index++;
             return visitor.visit(entry);
@@ -201,7 +133,7 @@ public:
         DoubtfulEntries doubtful(session->input());
         std::uint64_t index = 0;
         std::size_t chosen = 0; // how many of the selection have been passed
-        auto outcome = walk(*session, [&](archive_entry* header, bool hasData) -> Result<void> {
+        auto outcome = walk(*session, [&](archive_entry* header) -> Result<void> {
             const auto current = index++;
             doubtful.add(current, session->headerPosition());
             if (request.selection) {
@@ -211,7 +143,7 @@ public:
             }
             auto entry = describe(m_format, header, m_attributes);
             entry.index = current;
-            return readEntry(*session, entry, hasData, lanes.lane(0));
+            return readEntry(*session, entry, lanes.lane(0));
         });
         if (!outcome && !session->input().failure())
             return outcome;
@@ -235,34 +167,21 @@ private:
     /// Calls `step` for each entry in the order of the listing; data can be read from the session during the call.
     Result<void> walk(LibarchiveSession& session, const Step& step)
     {
-        LinkedNames links;
         while (archive_entry* header = TRY(session.nextHeader())) {
             TRY(m_cancel.check());
-            if (m_format.isTable && m_format.isTable(text(archive_entry_pathname(header))))
-                continue;
-            if (m_format.dataComesWithLastName) {
-                if (links.hold(header))
-                    continue;
-                const auto released = links.releasedBy(header);
-                TRY(step(header, true));
-                for (const auto& link : released)
-                    TRY(step(link.get(), false));
-                continue;
-            }
-            TRY(step(header, true));
+            if (!m_format.isTable || !m_format.isTable(text(archive_entry_pathname(header))))
+                TRY(step(header));
         }
-        for (const auto& header : links.rest())
-            TRY(step(header.get(), false));
         if (session.skippedHeader())
             m_info.damage = session.skippedHeader();
         return {};
     }
 
-    Result<void> readEntry(LibarchiveSession& session, const Entry& entry, bool hasData, LaneReceiver& lane)
+    Result<void> readEntry(LibarchiveSession& session, const Entry& entry, LaneReceiver& lane)
     {
         if (TRY(lane.begin(entry)) == LaneReceiver::Want::Skip)
             return {};
-        if (entry.kind != EntryKind::File || !hasData)
+        if (entry.kind != EntryKind::File)
             return lane.end({});
         bool receiverFailed = false;
         const auto outcome = copyData(session, entry, lane, receiverFailed);

@@ -95,10 +95,10 @@ Result<archive_entry*> LibarchiveSession::nextHeader()
     for (;;) {
         archive_entry* entry = nullptr;
         const int status = archive_read_next_header(m_reader, &entry);
+        if (m_input.failure()) // whatever libarchive makes of it, even an end
+            return *m_input.failure();
         if (status == ARCHIVE_EOF)
             return nullptr;
-        if (m_input.failure())
-            return *m_input.failure();
         if (status <= ARCHIVE_FATAL)
             return lastError();
         TRY(countHeader());
@@ -120,9 +120,9 @@ Result<std::optional<LibarchiveSession::Block>> LibarchiveSession::nextBlock()
     std::size_t size = 0;
     la_int64_t position = 0;
     const int status = archive_read_data_block(m_reader, &data, &size, &position);
-    if (status == ARCHIVE_EOF)
+    if (status == ARCHIVE_EOF && !m_input.failure())
         return std::nullopt;
-    if (status < ARCHIVE_WARN) {
+    if (status < ARCHIVE_WARN || m_input.failure()) {
         m_isDead = status <= ARCHIVE_FATAL || m_input.failure();
         return lastError();
     }

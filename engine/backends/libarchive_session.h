@@ -16,7 +16,6 @@ struct LibarchiveFormat {
     bool hasModes = true;
     /// Entries that are the container's own tables and no files; null: there are none.
     bool (*isTable)(std::string_view name) = nullptr;
-    bool dataComesWithLastName = false; ///< of several hard-linked names: cpio
 };
 
 /// One pass over an archive: libarchive has no way back, so a second look is a second session.

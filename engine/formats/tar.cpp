@@ -137,17 +137,17 @@ private:
         return fault;
     }
 
-    Result<std::unique_ptr<TarInput>> openInput(std::atomic<std::uint64_t>* counter)
+    Result<std::unique_ptr<EntryInput>> openInput(std::atomic<std::uint64_t>* counter)
     {
         m_info.damage.reset();
         m_info.firstDoubtfulEntry.reset();
         if (m_source)
-            return std::make_unique<TarInput>(m_source, counter, m_cancel);
-        return std::make_unique<TarInput>(TRY(m_stream()), m_cancel);
+            return std::make_unique<EntryInput>(m_source, counter, m_cancel);
+        return std::make_unique<EntryInput>(TRY(m_stream()), m_cancel);
     }
 
     /// At the end mark: reads what is left of a stream, so that its checksum is met.
-    Result<void> finish(const TarWalker& walker, TarInput& input, std::uint64_t entries)
+    Result<void> finish(const TarWalker& walker, EntryInput& input, std::uint64_t entries)
     {
         if (!m_source) {
             if (const auto drained = input.drain(); !drained)
@@ -158,7 +158,8 @@ private:
     }
 
     /// The bytes cannot be read any further. What was delivered stays, as far as it can be trusted.
-    Result<void> endWithFault(const Error& error, const TarWalker& walker, const TarInput& input, std::uint64_t entries)
+    Result<void> endWithFault(const Error& error, const TarWalker& walker, const EntryInput& input,
+                              std::uint64_t entries)
     {
         if (stopsAtOnce(error) || (entries == 0 && error.code != ErrorCode::TrailingData))
             return error;

@@ -44,7 +44,7 @@ bool isAscending(const std::vector<TarExtent>& map, std::uint64_t size, std::uin
 
 }
 
-TarWalker::TarWalker(TarInput& input, const Limits& limits, const CancelToken& cancel)
+TarWalker::TarWalker(EntryInput& input, const Limits& limits, const CancelToken& cancel)
     : m_input(input)
     , m_limits(limits)
     , m_cancel(cancel)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/formats/tar_input.h"
+#include "engine/formats/entry_input.h"
 #include "engine/formats/tar_pax.h"
 
 namespace vantoro {
@@ -24,7 +24,7 @@ struct TarMember {
 /// Goes from member to member. Source of the format: POSIX.1-2017 pax, the manual of GNU tar, star(5).
 class TarWalker {
 public:
-    TarWalker(TarInput& input, const Limits& limits, const CancelToken& cancel);
+    TarWalker(EntryInput& input, const Limits& limits, const CancelToken& cancel);
 
     /// False at the end. An Error is one of the input: what follows cannot be reached.
     Result<bool> next(TarMember& member);
@@ -50,7 +50,7 @@ private:
     Result<void> readMapInData(TarMember& member);
     void reportDamage(Error error);
 
-    TarInput& m_input;
+    EntryInput& m_input;
     const Limits& m_limits;
     const CancelToken& m_cancel;
     TarRecords m_global, m_own;

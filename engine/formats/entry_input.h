@@ -5,12 +5,12 @@
 
 namespace vantoro {
 
-/// The bytes of a tar, from a source (passing over data costs nothing) or out of a stream. Counts what is read, and
-/// knows which entries a checksum around the tar has confirmed.
-class TarInput {
+/// The bytes of an archive that is read from front to back, from a source (passing over data costs nothing) or out of a
+/// stream. Counts what is read, and knows which entries a checksum around it has confirmed.
+class EntryInput {
 public:
-    TarInput(SourcePtr source, std::atomic<std::uint64_t>* counter, CancelToken cancel);
-    TarInput(StreamPtr stream, CancelToken cancel);
+    EntryInput(SourcePtr source, std::atomic<std::uint64_t>* counter, CancelToken cancel);
+    EntryInput(StreamPtr stream, CancelToken cancel);
 
     std::uint64_t position() const { return m_position; }
     /// The next `count` bytes where they lie, 64 KiB at most; fewer only at the end. Valid until the next call.
@@ -40,7 +40,7 @@ private:
     std::vector<std::byte> m_buffer;
     std::size_t m_begin = 0, m_end = 0; // of what is buffered
     std::size_t m_ahead; // bytes to read at once: few while data are passed over
-    std::uint64_t m_position = 0; // of m_begin in the tar
+    std::uint64_t m_position = 0; // of m_begin in the archive
     std::uint64_t m_entries = 0, m_trusted = 0, m_verified = 0;
 };
 

@@ -1,4 +1,4 @@
-#include "engine/formats/tar_input.h"
+#include "engine/formats/entry_input.h"
 
 #include <algorithm>
 
@@ -12,7 +12,7 @@ constexpr std::size_t kDirect = 64 << 10; // from this length on data go straigh
 
 }
 
-TarInput::TarInput(SourcePtr source, std::atomic<std::uint64_t>* counter, CancelToken cancel)
+EntryInput::EntryInput(SourcePtr source, std::atomic<std::uint64_t>* counter, CancelToken cancel)
     : m_source(std::move(source))
     , m_counter(counter)
     , m_cancel(std::move(cancel))
@@ -21,7 +21,7 @@ TarInput::TarInput(SourcePtr source, std::atomic<std::uint64_t>* counter, Cancel
 {
 }
 
-TarInput::TarInput(StreamPtr stream, CancelToken cancel)
+EntryInput::EntryInput(StreamPtr stream, CancelToken cancel)
     : m_stream(std::move(stream))
     , m_cancel(std::move(cancel))
     , m_buffer(kBuffer)
@@ -29,7 +29,7 @@ TarInput::TarInput(StreamPtr stream, CancelToken cancel)
 {
 }
 
-Result<std::size_t> TarInput::readInto(Bytes into)
+Result<std::size_t> EntryInput::readInto(Bytes into)
 {
     TRY(m_cancel.check());
     const auto at = m_position + (m_end - m_begin);
@@ -47,7 +47,7 @@ Result<std::size_t> TarInput::readInto(Bytes into)
     return got;
 }
 
-Result<void> TarInput::refill()
+Result<void> EntryInput::refill()
 {
     std::memmove(m_buffer.data(), m_buffer.data() + m_begin, m_end - m_begin);
     m_end -= m_begin;
@@ -58,7 +58,7 @@ Result<void> TarInput::refill()
     return {};
 }
 
-Result<ConstBytes> TarInput::peek(std::size_t count)
+Result<ConstBytes> EntryInput::peek(std::size_t count)
 {
     while (m_end - m_begin < count) {
         const auto before = m_end - m_begin;
@@ -69,13 +69,13 @@ Result<ConstBytes> TarInput::peek(std::size_t count)
     return ConstBytes(m_buffer).subspan(m_begin, std::min(count, m_end - m_begin));
 }
 
-void TarInput::consume(std::size_t count)
+void EntryInput::consume(std::size_t count)
 {
     m_begin += count;
     m_position += count;
 }
 
-Result<void> TarInput::skip(std::uint64_t count)
+Result<void> EntryInput::skip(std::uint64_t count)
 {
     while (count > 0) {
         if (m_begin == m_end) {
@@ -86,14 +86,14 @@ Result<void> TarInput::skip(std::uint64_t count)
                 if (m_counter)
                     m_counter->fetch_add(part, std::memory_order_relaxed);
                 if (part < count)
-                    return Error{ErrorCode::Truncated, "tar: the data end too early"};
+                    return Error{ErrorCode::Truncated, "the data end too early"};
                 if (part > kLeastAhead)
                     m_ahead = kLeastAhead;
                 return {};
             }
             TRY(refill());
             if (m_begin == m_end)
-                return Error{ErrorCode::Truncated, "tar: the data end too early"};
+                return Error{ErrorCode::Truncated, "the data end too early"};
         }
         const auto part = static_cast<std::size_t>(std::min<std::uint64_t>(count, m_end - m_begin));
         consume(part);
@@ -102,7 +102,7 @@ Result<void> TarInput::skip(std::uint64_t count)
     return {};
 }
 
-Result<void> TarInput::deliver(LaneReceiver& lane, std::uint64_t count, Result<void>& fault)
+Result<void> EntryInput::deliver(LaneReceiver& lane, std::uint64_t count, Result<void>& fault)
 {
     while (count > 0) {
         if (m_begin < m_end) {
@@ -121,7 +121,7 @@ Result<void> TarInput::deliver(LaneReceiver& lane, std::uint64_t count, Result<v
         } else if (auto filled = refill(); !filled) {
             fault = filled;
         } else if (m_begin == m_end) {
-            fault = Error{ErrorCode::Truncated, "tar: the data end too early"};
+            fault = Error{ErrorCode::Truncated, "the data end too early"};
         }
         if (!fault)
             return {};
@@ -130,8 +130,8 @@ Result<void> TarInput::deliver(LaneReceiver& lane, std::uint64_t count, Result<v
 }
 
 /// Nothing is buffered: stored bytes may be copied by the kernel, a stream decodes into the receiver's own memory.
-Result<void> TarInput::deliverDirectly(LaneReceiver& lane, std::uint64_t count, std::uint64_t& done,
-                                       Result<void>& fault)
+Result<void> EntryInput::deliverDirectly(LaneReceiver& lane, std::uint64_t count, std::uint64_t& done,
+                                         Result<void>& fault)
 {
     if (m_source) {
         constexpr std::uint64_t kAtOnce = 8 << 20; // so that progress moves and the stop flag is asked
@@ -154,7 +154,7 @@ Result<void> TarInput::deliverDirectly(LaneReceiver& lane, std::uint64_t count, 
     if (!got)
         fault = got.error();
     else if (*got == 0)
-        fault = Error{ErrorCode::Truncated, "tar: the data end too early"};
+        fault = Error{ErrorCode::Truncated, "the data end too early"};
     else {
         m_position += *got;
         done = *got;
@@ -163,7 +163,7 @@ Result<void> TarInput::deliverDirectly(LaneReceiver& lane, std::uint64_t count, 
     return {};
 }
 
-Result<void> TarInput::drain()
+Result<void> EntryInput::drain()
 {
     do {
         m_position += m_end - m_begin;
@@ -173,7 +173,7 @@ Result<void> TarInput::drain()
     return {};
 }
 
-void TarInput::entryEnded()
+void EntryInput::entryEnded()
 {
     ++m_entries;
     if (m_verified >= m_position)
