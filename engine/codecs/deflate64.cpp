@@ -47,6 +47,13 @@ private:
 
     Result<void> decode(SpanWriter& out) override
     {
+        const auto result = decodeBlocks(out);
+        TRY(m_bits.check()); // zeros behind the end may have looked like damage
+        return result;
+    }
+
+    Result<void> decodeBlocks(SpanWriter& out)
+    {
         while (out.room() > 0 && m_state != State::End) {
             if (m_state == State::Header)
                 TRY(readHeader());
@@ -55,7 +62,7 @@ private:
             else
                 TRY(decodeSymbols(out));
         }
-        return m_bits.check();
+        return {};
     }
 
     void endBlock() { m_state = m_isLast ? State::End : State::Header; }

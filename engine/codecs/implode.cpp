@@ -24,6 +24,13 @@ public:
 private:
     Result<void> decode(SpanWriter& out) override
     {
+        const auto result = decodeTokens(out);
+        TRY(m_bits.check()); // zeros behind the end may have looked like damage
+        return result;
+    }
+
+    Result<void> decodeTokens(SpanWriter& out)
+    {
         if (!m_hasTrees)
             TRY(readTrees());
         while (out.room() > 0 && m_left > 0) {
