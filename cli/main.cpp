@@ -3,6 +3,8 @@
 
 #include "engine/open.h"
 
+#include <cstdlib>
+
 namespace vantoro::cli {
 
 int runFormats(const Arguments& arguments)
@@ -64,6 +66,8 @@ int run(const Arguments& arguments)
 int main(int argc, char** argv)
 {
     using namespace vantoro::cli;
+    // What is the rule without it, too, but mktime() would look at the zone's file for every entry.
+    ::setenv("TZ", ":/etc/localtime", 0);
     const auto parsed = parseArguments({argv + 1, argv + argc});
     if (!parsed.arguments) {
         complain({}, {}, parsed.mistake + " (vantoro-cli --help)");

@@ -108,9 +108,9 @@ void RingReader::release()
 {
     m_taken += m_pending;
     m_pending = 0;
-    // Small records are given back together: a wake-up each would cost more than they do.
-    const auto waits = m_state.writerWaits.load() != 0;
-    if (m_taken - m_given < kRingCapacity / 8 && !waits)
+    // Records are given back together, also to a writer that waits: a wake-up for each would cost more than they do.
+    // What is left over is given back by wait().
+    if (m_taken - m_given < kRingCapacity / 8)
         return;
     m_given = m_taken;
     m_state.tail.store(m_taken, std::memory_order_release);
