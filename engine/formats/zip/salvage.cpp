@@ -204,7 +204,7 @@ private:
         if (!block)
             return position + 4;
         const auto header = DirectoryHeader::parse(*block);
-        if (!header || header->localOffset >= position)
+        if (!header || header->localOffset >= position || header->disk != 0)
             return position + 4;
         if (m_open && m_open->local.method != static_cast<std::uint16_t>(Method::Stored))
             closeUnknown();

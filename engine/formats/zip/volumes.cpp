@@ -41,6 +41,16 @@ struct PartNames {
     std::string last() const { return stem + lastExtension; }
 };
 
+/// The mark of a split set's first part, which a last part alone cannot begin with.
+bool startsLikeFirstPart(const ByteSource& source)
+{
+    std::byte bytes[8];
+    if (!source.readExactly(0, bytes))
+        return false;
+    ByteReader in(bytes);
+    return in.le32() == kDescriptorSignature && in.le32() == kLocalSignature;
+}
+
 char lower(char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); }
 
 std::optional<PartNames> namesOfPart(std::string_view name)
@@ -101,6 +111,12 @@ Result<VolumeSet> openVolumes(SourcePtr opened, const OpenContext& context)
     if (set.end->disk > kMostParts)
         return Error{ErrorCode::LimitExceeded, "zip: number of parts"};
 
+    if (startsLikeFirstPart(*last)) { // all parts in one file: their offsets mean nothing any more
+        set.source = std::move(last);
+        set.starts = {0};
+        set.end.reset();
+        return set;
+    }
     const auto names = partNames.value_or(namesOfLast(context.name));
     std::vector<SourcePtr> parts;
     std::uint64_t knownSize = 0;

@@ -310,6 +310,11 @@ TEST(Zip, opensASplitSetFromEitherEnd)
         EXPECT_TRUE(contents.find("first")->data == first);
         EXPECT_TRUE(contents.find("second")->data == second);
     }
+    ASSERT_TRUE(folder.run("cat set.z0? set.zip > joined.zip"));
+    const auto joined = readAll(*open(folder.read("joined.zip")));
+    ASSERT_EQ(joined.items.size(), 2U);
+    EXPECT_TRUE(joined.items[0].outcome && joined.items[0].data == first);
+    EXPECT_TRUE(joined.items[1].outcome && joined.items[1].data == second);
     ASSERT_TRUE(folder.run("rm set.z02"));
     auto archive = kZipFormat.open(openFileSource(folder / "set.zip").value(), {"set.zip", &volumes});
     ASSERT_TRUE(archive);
