@@ -231,7 +231,7 @@ Result<void> Items::fill(std::uint64_t index, Item& target) const
     Variant value;
     if (entry.kind != EntryKind::Folder) {
         read(item, property::kSize, value);
-        if (value.isNumber())
+        if (value.isNumber() && target.linkTarget.empty()) // a link whose target is known delivers no data
             entry.size = value.number();
         read(item, property::kPackedSize, value);
         if (value.isNumber())
