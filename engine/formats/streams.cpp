@@ -8,6 +8,7 @@
 #include "engine/codecs/lz4.h"
 #include "engine/codecs/lzip.h"
 #include "engine/codecs/lzma.h"
+#include "engine/codecs/lzo.h"
 #include "engine/codecs/xz.h"
 #include "engine/codecs/zstd.h"
 
@@ -137,6 +138,11 @@ Match probeLz4(const ProbeInput& input)
     return match == Match::No ? probeFrame<0x184C2102>(input) : match;
 }
 
+Match probeLzop(const ProbeInput& input)
+{
+    return startsWith(input.head, std::string_view("\x89LZO\0\r\n\x1A\n", 9)) ? Match::Sure : Match::No;
+}
+
 Match probeCompress(const ProbeInput& input)
 {
     if (input.head.size() < 3 || !startsWith(input.head, "\x1F\x9D"))
@@ -179,6 +185,7 @@ constexpr std::string_view kLzma[] = {"lzma", "tlz"};
 constexpr std::string_view kLzip[] = {"lz", "tlz"};
 constexpr std::string_view kZstd[] = {"zst", "zstd", "tzst"};
 constexpr std::string_view kLz4[] = {"lz4", "tlz4"};
+constexpr std::string_view kLzop[] = {"lzo", "tzo"};
 constexpr std::string_view kBrotli[] = {"br", "tbr"};
 constexpr std::string_view kCompress[] = {"z", "taz", "tar-z"};
 constexpr std::string_view kZlib[] = {"zlib", "zz", "z"};
@@ -225,6 +232,7 @@ constexpr StreamFormatRow kRows[] = {
     {"zst", "Zstandard file", kZstd, &probeFrame<0xFD2FB528>, &open<&openZstd>},
     {"lz4", "LZ4 file", kLz4, &probeLz4, &open<&openLz4>},
     {"lz", "lzip file", kLzip, &probeLzip, &open<&openLzip>},
+    {"lzo", "lzop file", kLzop, &probeLzop, &open<&openLzop>},
     {"z", "Unix compress file", kCompress, &probeCompress, &open<&openCompress>},
     {"lzma", "LZMA file", kLzma, &probeLzma, &open<&openLzmaAlone>, &describeLzma},
     {"zlib", "zlib stream", kZlib, &probeZlib, &open<&openZlib>},

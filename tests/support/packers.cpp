@@ -174,6 +174,103 @@ std::string lz4Legacy(std::string_view data)
     return out;
 }
 
+namespace {
+
+void appendBigEndian(std::string& out, std::uint64_t value, unsigned bytes)
+{
+    for (unsigned i = bytes; i > 0; --i)
+        out.push_back(static_cast<char>(value >> (8 * (i - 1)) & 0xFF));
+}
+
+/// Literal runs, and matches of four bytes and more that lie up to 16 KiB back.
+class Lzo1xWriter {
+public:
+    std::string pack(std::string_view block)
+    {
+        std::map<std::string_view, std::size_t> seen;
+        std::size_t literals = 0; // from here
+        for (std::size_t at = 0; at < block.size();) {
+            const auto key = block.substr(at, 4);
+            const auto known = key.size() == 4 ? seen.find(key) : seen.end();
+            const auto from = known == seen.end() ? block.size() : known->second;
+            if (key.size() == 4)
+                seen[key] = at;
+            if (from >= at || at - from > 16384) {
+                ++at;
+                continue;
+            }
+            std::size_t length = 4;
+            while (at + length < block.size() && block[from + length] == block[at + length])
+                ++length;
+            putLiterals(block.substr(literals, at - literals));
+            putLength(32, 31, length - 2);
+            appendLittleEndian(m_out, (at - from - 1) << 2, 2);
+            at += length;
+            literals = at;
+        }
+        putLiterals(block.substr(literals));
+        return m_out + std::string("\x11\0\0", 3);
+    }
+
+private:
+    void putLength(unsigned code, std::size_t largest, std::size_t length)
+    {
+        if (length <= largest) {
+            m_out.push_back(static_cast<char>(code | length));
+            return;
+        }
+        m_out.push_back(static_cast<char>(code));
+        for (length -= largest; length > 255; length -= 255)
+            m_out.push_back('\0');
+        m_out.push_back(static_cast<char>(length));
+    }
+    void putLiterals(std::string_view run)
+    {
+        if (run.empty())
+            return;
+        if (m_out.empty() && run.size() <= 238)
+            m_out.push_back(static_cast<char>(17 + run.size()));
+        else if (run.size() < 4)
+            m_out[m_out.size() - 2] = static_cast<char>(m_out[m_out.size() - 2] | static_cast<char>(run.size()));
+        else
+            putLength(0, 15, run.size() - 3);
+        m_out += run;
+    }
+    std::string m_out;
+};
+
+}
+
+std::string lzop(std::string_view data)
+{
+    std::string out("\x89LZO\0\r\n\x1A\n", 9);
+    std::string header;
+    appendBigEndian(header, 0x1030, 2);
+    appendBigEndian(header, 0x2080, 2);
+    appendBigEndian(header, 0x0940, 2);
+    header += std::string("\1\5", 2); // LZO1X-1, effort
+    appendBigEndian(header, 0x3, 4); // Adler-32 of packed and decoded blocks
+    appendBigEndian(header, 0100644, 4);
+    appendBigEndian(header, 0, 8);
+    header += "\5a.txt";
+    out += header;
+    appendBigEndian(out, vantoro::adler32(1, asBytes(header)), 4);
+    constexpr std::size_t kBlock = 20'000;
+    for (std::size_t at = 0; at < data.size(); at += kBlock) {
+        const auto block = data.substr(at, kBlock);
+        const auto packed = Lzo1xWriter().pack(block);
+        const bool shrinks = packed.size() < block.size();
+        appendBigEndian(out, block.size(), 4);
+        appendBigEndian(out, shrinks ? packed.size() : block.size(), 4);
+        appendBigEndian(out, vantoro::adler32(1, asBytes(block)), 4);
+        if (shrinks)
+            appendBigEndian(out, vantoro::adler32(1, asBytes(packed)), 4);
+        out += shrinks ? packed : std::string(block);
+    }
+    appendBigEndian(out, 0, 4);
+    return out;
+}
+
 std::string brotli(std::string_view data)
 {
     auto size = BrotliEncoderMaxCompressedSize(data.size());

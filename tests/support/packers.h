@@ -25,6 +25,7 @@ std::string lzip(std::string_view data);
 std::string zstd(std::string_view data, int level = 3);
 std::string lz4(std::string_view data);
 std::string lz4Legacy(std::string_view data);
+std::string lzop(std::string_view data);
 std::string brotli(std::string_view data);
 std::string compress(std::string_view data, unsigned largestWidth = 16, bool hasClear = true);
 

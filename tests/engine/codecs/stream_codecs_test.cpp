@@ -7,6 +7,7 @@
 #include "engine/codecs/lz4.h"
 #include "engine/codecs/lzip.h"
 #include "engine/codecs/lzma.h"
+#include "engine/codecs/lzo.h"
 #include "engine/codecs/xz.h"
 #include "engine/codecs/zstd.h"
 #include "tests/support/packers.h"
@@ -50,6 +51,7 @@ const Codec kCodecs[] = {
     {"zstd", [](std::string_view data) { return packers::zstd(data); }, &openZstd},
     {"lz4", [](std::string_view data) { return packers::lz4(data); }, &openLz4},
     {"lz4Legacy", [](std::string_view data) { return packers::lz4Legacy(data); }, &openLz4, false, false, true, false},
+    {"lzop", [](std::string_view data) { return packers::lzop(data); }, &openLzop},
     {"brotli", [](std::string_view data) { return packers::brotli(data); }, &openBrotli, false, true, false},
     {"compress", [](std::string_view data) { return packers::compress(data); }, &openCompress, false, false, false,
      false},
