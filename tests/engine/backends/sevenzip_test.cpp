@@ -1,4 +1,5 @@
 #include "engine/backends/sevenzip_library.h"
+#include "engine/backends/sevenzip_reparse.h"
 #include "engine/backends/sevenzip_rows.h"
 #include "engine/crypto/crc32.h"
 #include "tests/support/archive_contents.h"
@@ -86,6 +87,36 @@ TEST(SevenZipStrings, keepEveryByteOfANameThatIsNotUtf8)
     const wchar_t pair[] = {static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xDE00)};
     EXPECT_EQ(unicodeTextOf(pair, 2), beyondTheBasicPlane);
     EXPECT_EQ(unicodeTextOf(pair, 1), "\xEF\xBF\xBD"); // half a pair
+}
+
+TEST(SevenZipLinks, areReadFromReparsePoints)
+{
+    const auto utf16 = [](std::string_view text) {
+        std::string out;
+        for (const char c : text)
+            out += {c, '\0'};
+        return out;
+    };
+    const auto point
+        = [&](const std::string& tag, const std::string& flags, std::string_view substitute, std::string_view print) {
+              const auto le16 = [](std::size_t value) {
+                  return std::string{static_cast<char>(value & 0xFF), static_cast<char>(value >> 8)};
+              };
+              const auto first = utf16(substitute);
+              const auto second = utf16(print);
+              const auto body
+                  = le16(0) + le16(first.size()) + le16(first.size()) + le16(second.size()) + flags + first + second;
+              return tag + le16(body.size()) + le16(0) + body;
+          };
+    const std::string symbolic("\x0C\0\0\xA0", 4);
+    const std::string mount("\x03\0\0\xA0", 4);
+    const std::string isRelative("\1\0\0\0", 4);
+    const auto link = point(symbolic, isRelative, "dir\\x", "dir\\file");
+    EXPECT_EQ(sevenzip::linkOfReparsePoint(asBytes(link)), "dir/file");
+    EXPECT_EQ(sevenzip::linkOfReparsePoint(asBytes(point(mount, "", "C:\\x", ""))), "C:/x");
+    EXPECT_EQ(sevenzip::linkOfReparsePoint(asBytes(point("\x12\x34\x56\x78", "", "a", "b"))), "");
+    for (std::size_t length = 0; length < link.size(); ++length)
+        EXPECT_EQ(sevenzip::linkOfReparsePoint(asBytes(std::string_view(link).substr(0, length))), "") << length;
 }
 
 TEST_F(SevenZip, deliversWhatIsChosenOfASolidBlockOnly)
