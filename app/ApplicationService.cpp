@@ -162,13 +162,22 @@ void ApplicationService::perform(const LaunchRequest& request, const QString& ac
         m_delegate.extractPathsIntoFolder(request.paths, request.folder);
         break;
     case Kind::ServiceToCurrentFolder:
-        m_delegate.extractToCurrentFolderWithPasteboard(request.paths);
+        if (request.paths.isEmpty())
+            m_delegate.extractToCurrentFolder();
+        else
+            m_delegate.extractToCurrentFolderWithPasteboard(request.paths);
         break;
     case Kind::ServiceToDesktop:
-        m_delegate.extractToDesktopWithPasteboard(request.paths);
+        if (request.paths.isEmpty())
+            m_delegate.extractToDesktop();
+        else
+            m_delegate.extractToDesktopWithPasteboard(request.paths);
         break;
     case Kind::ServiceToOthers:
-        m_delegate.extractToOthersWithPasteboard(request.paths);
+        if (request.paths.isEmpty())
+            m_delegate.extractToOthers();
+        else
+            m_delegate.extractToOthersWithPasteboard(request.paths);
         break;
     case Kind::Activate:
         m_delegate.applicationShouldHandleReopen();
@@ -204,17 +213,11 @@ void FreedesktopApplication::ActivateAction(const QString& action_name, const QV
 {
     const QStringList paths = pathsFrom(urisIn(parameter));
     for (const ServiceRow& row : kServices) {
-        if (!paths.isEmpty() && action_name == QLatin1String(row.action))
+        if (!action_name.isEmpty() && action_name == QLatin1String(row.action))
             return m_service.perform({.kind = row.kind, .paths = paths}, tokenIn(platform_data));
     }
     const ActivationToken token(tokenIn(platform_data));
-    if (action_name == QLatin1String("extract-to-current-folder"))
-        m_delegate.extractToCurrentFolder();
-    else if (action_name == QLatin1String("extract-to-desktop"))
-        m_delegate.extractToDesktop();
-    else if (action_name == QLatin1String("extract-to-others"))
-        m_delegate.extractToOthers();
-    else if (action_name == QLatin1String("preferences"))
+    if (action_name == QLatin1String("preferences"))
         m_delegate.openPrefsWindow();
     else
         m_delegate.toggleOpenWindow();

@@ -51,8 +51,7 @@ QString absolutePath(const QString& word, const QString& workingDirectory)
 
 bool needsFiles(Kind kind)
 {
-    return kind == Kind::ExtractHere || kind == Kind::ExtractTo || kind == Kind::ServiceToCurrentFolder
-        || kind == Kind::ServiceToDesktop || kind == Kind::ServiceToOthers;
+    return kind == Kind::ExtractHere || kind == Kind::ExtractTo; // the services have the user choose
 }
 
 }

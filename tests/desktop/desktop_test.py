@@ -321,6 +321,15 @@ def services_take_files_over_the_bus(a):
     wait_until(lambda: (a.work / "one.txt").exists() and (a.work / "two.txt").exists(), "the results")
 
 
+def desktop_action_has_the_user_choose(a):
+    make_tar(a.work / "one.tar.gz", {"one.txt": b"1"})
+    a.launch("--service-desktop")
+    a.wait_for_focus("Select archives to extract")
+    a.type(str(a.work / "one.tar.gz"))
+    a.keys("Return")
+    wait_until(lambda: (a.work / "one.txt").exists(), "the result beside the archive")
+
+
 def runs_without_a_session_bus(a):
     make_tar(a.work / "one.tar.gz", {"one.txt": b"1"})
     a.launch("one.tar.gz", DBUS_SESSION_BUS_ADDRESS="unix:path=/nonexistent")
