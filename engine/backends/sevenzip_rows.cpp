@@ -98,6 +98,8 @@ constexpr std::array<Extension, 3> kQcowExtensions{"qcow", "qcow2", "qcow2c"};
 constexpr std::array<Extension, 3> kDiskExtensions{"img", "gpt", "mbr"};
 
 constexpr std::array kRows{
+    // Before 7z and cab: installers carry archives of those kinds among their data.
+    FormatRow{"nsis", "NSIS installer", kExeExtensions, probeNsis, open<kNsis>},
     FormatRow{"7z", "7z archive", k7zExtensions, probe7z, openBehindStub<k7z, find7zInStub>},
     FormatRow{"cab", "Cabinet", kCabExtensions, probeCab, openBehindStub<kCab, findCabInStub>},
     FormatRow{"msi", "Windows installer package", kMsiExtensions, probeMsi, openMsi},
@@ -105,7 +107,6 @@ constexpr std::array kRows{
     FormatRow{"chm", "Compiled help", kChmExtensions, probeChm, open<kChm>},
     FormatRow{"hxs", "Compiled help 2", kHxsExtensions, probeHxs, open<kHxs>},
     FormatRow{"wim", "Windows image", kWimExtensions, probeWim, open<kWim>},
-    FormatRow{"nsis", "NSIS installer", kExeExtensions, probeNsis, open<kNsis>},
     FormatRow{"udf", "UDF disc image", kUdfExtensions, probeUdf, open<kUdf>},
     FormatRow{"squashfs", "SquashFS image", kSquashfsExtensions, probeSquashfs,
               openBehindStub<kSquashfs, findSquashfsInStub>},
