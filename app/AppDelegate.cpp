@@ -114,6 +114,7 @@ void AppDelegate::extractPaths(const QStringList& paths, DestinationType type)
 void AppDelegate::extractPathsIntoFolder(const QStringList& paths, const QString& folder)
 {
     SharedSelection::clear();
+    QDir().mkpath(folder); // where that fails, the job asks for another place
     for (const QString& path : paths)
         createArchive(path, folder);
 }
@@ -164,6 +165,8 @@ QString AppDelegate::destPathForFileName(const QString& filename, DestinationTyp
 {
     switch (type) {
     case DestinationType::Desktop:
+        if (KXPrefsDefault::desktop() == KXPrefsDefault::desktopDirectory())
+            QDir().mkpath(KXPrefsDefault::desktop()); // a new account has none yet
         return KXPrefsDefault::desktop();
     case DestinationType::Ask:
         return {};

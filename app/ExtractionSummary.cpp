@@ -9,6 +9,8 @@
 namespace vantoro {
 namespace {
 
+constexpr int kMostLines = 5; // of results in a notification
+
 class Texts {
     Q_DECLARE_TR_FUNCTIONS(ExtractionSummary)
 };
@@ -28,6 +30,10 @@ QString bodyFor(const std::vector<const ExtractionOutcome*>& done)
 {
     QStringList lines;
     for (const auto* outcome : done) {
+        if (lines.size() == kMostLines) {
+            lines += Texts::tr("and %n more", nullptr, static_cast<int>(done.size()) - kMostLines);
+            break;
+        }
         const QString name = lastPathComponent(outcome->item);
         const QString folder = deletingLastPathComponent(outcome->item);
         lines += Texts::tr("\"%1\" in %2").arg(name, folder);

@@ -96,6 +96,8 @@ void LaunchTest::summaryNamesWhatWasExtractedWhere()
     const auto two = summarize({done("a.zip", "/home/u/a"), done("b.zip", "/tmp/b")});
     QVERIFY(two->title.contains("2"));
     QVERIFY(two->body.contains("/home/u") && two->body.contains("/tmp"));
+    const auto many = summarize(std::vector(200, done("a.zip", "/home/u/a")));
+    QVERIFY(many->body.count('\n') < 10 && many->body.contains("195"));
 }
 
 void LaunchTest::summaryReportsEveryProblem()
