@@ -291,6 +291,20 @@ def finished_batch_is_notified_when_nobody_looks(a):
           "one notification names what was extracted where")
 
 
+def damaged_entry_asks_and_the_rest_comes_out(a):
+    path = a.work / "hurt.zip"
+    with zipfile.ZipFile(path, "w") as archive:
+        archive.writestr("bad.txt", "0123456789")
+        archive.writestr("good.txt", "good")
+    path.write_bytes(path.read_bytes().replace(b"0123456789", b"0123X56789"))
+    a.launch("hurt.zip")
+    a.wait_for_focus()
+    check(a.is_running(), "the damage is asked about")
+    a.keys("Return")
+    a.wait_until_done()
+    check(a.names() == ["good.txt", "hurt.zip"], "the good entry and the archive are there")
+
+
 def full_disk_says_so_and_leaves_nothing(a):
     folder = a.mount("small", "size=1m")
     if folder is None:
