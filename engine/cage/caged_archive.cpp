@@ -234,6 +234,7 @@ private:
     {
         if (pump && pump->info()) {
             m_info = *pump->info();
+            m_info.decodesElsewhere = true;
             return {};
         }
         const auto record = TRY(m_readers[0]->next());
@@ -242,6 +243,7 @@ private:
         const std::vector<std::byte> copy(record->payload.begin(), record->payload.end());
         m_readers[0]->release();
         m_info = TRY(parseInfo(copy));
+        m_info.decodesElsewhere = true;
         return {};
     }
 

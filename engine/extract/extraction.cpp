@@ -115,6 +115,7 @@ private:
         settings.keepsBroken = m_options.keepBroken;
         settings.reservesSpace = !m_workspace->isInMemory();
         Job job(m_options, m_cancel, m_mailbox, placer, guard, m_names, settings, m_report);
+        job.decodesElsewhere = m_archive.info().decodesElsewhere;
         const Showing showing(*this, job, guard);
         const auto read = readAll(job);
         TRY(judgeReading(job, read));

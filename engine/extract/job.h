@@ -53,6 +53,8 @@ public:
     /// How many lanes have been used at all, and how many are in the middle of an entry.
     std::atomic<unsigned> usedLanes{0};
     std::atomic<unsigned> busyLanes{0};
+    /// The archive decodes in a process of its own: a further hand-over inside this one would only cost.
+    bool decodesElsewhere = false; // set before reading starts
 
 private:
     const CancelToken m_cancel;

@@ -154,6 +154,8 @@ Result<LaneReceiver::Want> Lane::startFile(const Entry& entry, FilePlan plan)
 
 Pipe* Lane::pipeFor(const Entry& entry)
 {
+    if (m_job.decodesElsewhere)
+        return nullptr;
     // With several lanes at work the processors are busy anyway, save for a large entry at the end.
     const bool isLarge = !entry.size || *entry.size >= kLargeEntry;
     if (m_job.usedLanes.load() > 1 && !(isLarge && m_job.busyLanes.load() == 0))

@@ -146,6 +146,8 @@ struct ArchiveInfo {
     bool hasEncryptedNames = false;
     /// list() touches headers only: cheap enough to go before read(). False where listing means decoding (tar.gz).
     bool listsCheaply = true;
+    /// Data come from a thread or process of their own: a receiver gains nothing by handing them to one more.
+    bool decodesElsewhere = false;
     bool caresAboutPasswordEncoding = false; ///< the cipher takes the password's bytes in an archive-specific charset
     /// What is wrong with the archive as a whole although entries can be read, e.g. a damaged directory that was
     /// rebuilt. Reported as the archive's own damage: status 1.
