@@ -161,7 +161,9 @@ private:
     Result<void> readPart(const Part& part, const Secret& password, LaneReceiver* lane, Take&& take) const
     {
         auto stream = TRY(openPart(part, password));
-        std::vector<std::byte> own(lane ? 0 : kBlock);
+        std::vector<std::byte> own;
+        if (!lane)
+            own.resize(kBlock);
         std::uint64_t left = part.header.size;
         std::uint32_t crc = 0;
         for (;;) {
