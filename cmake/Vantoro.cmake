@@ -11,7 +11,7 @@ target_compile_options(vantoro_options INTERFACE
     -Wno-missing-field-initializers
     $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-statement-expression>
     # g++ 12 warns of overflows that are none where a sanitizer has changed the code.
-    $<$<AND:$<BOOL:${VANTORO_WERROR}>,$<STREQUAL:${VANTORO_SANITIZE},>>:-Werror>)
+    $<$<AND:$<BOOL:${VANTORO_WERROR}>,$<NOT:$<BOOL:${VANTORO_SANITIZE}>>>:-Werror>)
 target_compile_definitions(vantoro_options INTERFACE
     _FILE_OFFSET_BITS=64 $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS> VANTORO_VERSION="${PROJECT_VERSION}")
 find_package(Threads REQUIRED)
