@@ -162,7 +162,8 @@ void Directory::addFound(const LocalHeader& local, std::uint64_t position, Const
     put(kSaturated32, 4);
     put(name.size(), 2);
     put(keptExtra.size() + kField, 2);
-    put(0, 2 + 2 + 2 + 4); // comment, disk, attributes
+    put(0, 2 + 2 + 2); // comment, disk, internal attributes
+    put(0, 4); // external attributes
     put(kSaturated32, 4);
     m_bytes.insert(m_bytes.end(), name.begin(), name.end());
     put(1, 2);
