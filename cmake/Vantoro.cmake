@@ -9,9 +9,11 @@ add_library(vantoro_options INTERFACE)
 target_compile_options(vantoro_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
     -Wno-missing-field-initializers
-    $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-statement-expression>
-    # g++ 12 warns of overflows that are none where a sanitizer has changed the code.
-    $<$<AND:$<BOOL:${VANTORO_WERROR}>,$<NOT:$<BOOL:${VANTORO_SANITIZE}>>>:-Werror>)
+    $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-statement-expression>)
+# g++ 12 warns of overflows that are none where a sanitizer has changed the code.
+if(VANTORO_WERROR AND NOT VANTORO_SANITIZE)
+    target_compile_options(vantoro_options INTERFACE -Werror)
+endif()
 target_compile_definitions(vantoro_options INTERFACE
     _FILE_OFFSET_BITS=64 $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS> VANTORO_VERSION="${PROJECT_VERSION}")
 find_package(Threads REQUIRED)
