@@ -93,8 +93,7 @@ def later_launch_hands_its_file_over(a):
     check(a.run("later.tar.gz") == 0, "the second launch ends well")
     check(first.poll() is None and a.is_running(), "the first still runs")
     a.wait_for_focus()
-    a.type("sesame")
-    a.keys("Return")
+    a.give_password("sesame", (a.work / "secret.txt").exists)
     wait_until(lambda: (a.work / "later.txt").exists(), "the second launch's archive")
     a.wait_until_done()
     check((a.work / "secret.txt").exists(), "the first launch's archive came out too")
@@ -109,9 +108,7 @@ def wrong_password_asks_again(a):
     time.sleep(1)
     check(a.is_running() and not (a.work / "secret.txt").exists(), "a wrong password extracts nothing")
     a.wait_for_focus()
-    a.type("sesame")
-    a.keys("Return")
-    wait_until(lambda: (a.work / "secret.txt").exists(), "the result")
+    a.give_password("sesame", (a.work / "secret.txt").exists)
     a.wait_until_done()
     check((a.work / "secret.txt").read_bytes() == b"the secret\n", "the data are right")
 
@@ -120,7 +117,7 @@ def cancelled_password_leaves_nothing(a):
     make_encrypted(a)
     a.launch("secret.zip")
     a.wait_for_focus()
-    a.keys("Escape")
+    a.keys_until(lambda: not a.is_running(), "the end of the job", "Escape")
     a.wait_until_done()
     check(a.names() == ["secret.zip"] and a.orphans() == [], "only the archive is there")
 
@@ -132,9 +129,7 @@ def encrypted_names_ask_without_blocking_the_start(a):
     (a.work / "hidden.txt").unlink()
     a.launch("names.7z")
     a.wait_for_focus()
-    a.type("sesame")
-    a.keys("Return")
-    wait_until(lambda: (a.work / "hidden.txt").exists(), "the result")
+    a.give_password("sesame", (a.work / "hidden.txt").exists)
 
 
 def unclear_names_ask_for_the_encoding(a):
@@ -145,7 +140,7 @@ def unclear_names_ask_for_the_encoding(a):
     # So short a name cannot be told for sure; the guess is preselected.
     a.wait_for_focus()
     check(not (a.work / SHIFT_JIS).exists() and a.is_running(), "the encoding is asked for")
-    a.keys("Return")
+    a.keys_until(lambda: not a.is_running(), "the end of the job", "Return")
     a.wait_until_done()
     check(len(a.names()) == 2, "the entry came out")
 
@@ -154,7 +149,7 @@ def stopped_encoding_question_leaves_nothing(a):
     make_shift_jis(a.work / "names.zip")
     a.launch("names.zip")
     a.wait_for_focus()
-    a.keys("Escape")
+    a.keys_until(lambda: not a.is_running(), "the end of the job", "Escape")
     a.wait_until_done()
     check(a.names() == ["names.zip"], "only the archive is there")
 
@@ -183,7 +178,7 @@ def to_the_not_writable_panel(a):
 
 def read_only_destination_can_be_stopped(a):
     to_the_not_writable_panel(a)
-    a.keys("Escape")
+    a.keys_until(lambda: not a.is_running(), "the end of the job", "Escape")
     a.wait_until_done()
     check(a.names() == ["one.tar.gz"], "nothing came out")
 
@@ -199,7 +194,7 @@ def read_only_destination_can_give_way_to_the_desktop(a):
 def read_only_destination_can_be_chosen_again(a):
     to_the_not_writable_panel(a)
     (a.root / "target").mkdir()
-    a.keys("Return")
+    a.keys_until(lambda: a.windows("Please select"), "the panel", "Return")
     a.wait_for_focus("Please select the extracted destination")
     a.type(str(a.root / "target"))
     a.keys("Return")
@@ -300,7 +295,7 @@ def damaged_entry_asks_and_the_rest_comes_out(a):
     a.launch("hurt.zip")
     a.wait_for_focus()
     check(a.is_running(), "the damage is asked about")
-    a.keys("Return")
+    a.keys_until(lambda: not a.is_running(), "the end of the job", "Return")
     a.wait_until_done()
     check(a.names() == ["good.txt", "hurt.zip"], "the good entry and the archive are there")
 

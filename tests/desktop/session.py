@@ -148,6 +148,28 @@ class Account:
     def type(self, text):
         self.xdotool("type", "--delay", "5", text)
 
+    def keys_until(self, condition, what, *keys):
+        """For questions that a busy machine may take its time to show: presses again until they have worked."""
+        end = time.monotonic() + 30
+        while not condition():
+            if time.monotonic() > end:
+                raise Failure("pressed in vain for " + what)
+            self.keys(*keys)
+            with contextlib.suppress(Failure):
+                wait_until(condition, what, 2)
+
+    def give_password(self, password, condition):
+        """Types it until the condition holds; what was typed before is replaced."""
+        end = time.monotonic() + 30
+        while not condition():
+            if time.monotonic() > end:
+                raise Failure("the password did not help")
+            self.keys("ctrl+a")
+            self.type(password)
+            self.keys("Return")
+            with contextlib.suppress(Failure):
+                wait_until(condition, "the result", 2)
+
     def mount(self, name, options):
         """A small file system of its own; nothing where that is not allowed."""
         folder = self.root / name
