@@ -2,7 +2,6 @@
 #include "app/ApplicationService.h"
 #include "app/DesktopHosts.h"
 #include "app/ExtractionReporter.h"
-#include "app/IdleQuit.h"
 #include "files/FilePanels.h"
 #include "platform/OrphanedFolders.h"
 #include "widgets/Appearance.h"
@@ -94,7 +93,6 @@ int runApplication(const LaunchRequest& request, const QString& activationToken)
     service.perform(request, activationToken);
     QTimer::singleShot(0, &taskWindow,
                        &DesktopTaskWindow::buildEncodingList); // sorting names must not delay the window
-    const IdleQuit idleQuit(delegate);
     const int result = QApplication::exec();
     PanelService::setShared(nullptr);
     return result;
