@@ -9,10 +9,14 @@
 
 namespace vantoro {
 
-void wipe(void* memory, std::size_t size) { ::explicit_bzero(memory, size); }
+void wipe(void* memory, std::size_t size)
+{
+    if (size > 0)
+        ::explicit_bzero(memory, size);
+}
 
 namespace {
-    std::atomic<int> secretsAlive{0};
+std::atomic<int> secretsAlive{0};
 }
 
 struct Secret::Locked {
