@@ -31,23 +31,23 @@ void LaunchTest::commandLine_data()
     const QStringList none;
     QTest::newRow("nothing") << none << Kind::Activate << none << "";
     QTest::newRow("relative") << QStringList{"a.zip", "../b c.zip"} << Kind::Open
-                              << QStringList{"/work/here/a.zip", "/work/b c.zip"} << "";
+                              << QStringList{"/home/me/here/a.zip", "/home/me/b c.zip"} << "";
     QTest::newRow("absolute and URI") << QStringList{"/x/a.zip", "file:///y/%C3%A4%20b.zip"} << Kind::Open
                                       << QStringList{"/x/a.zip", QString::fromUtf8("/y/ä b.zip")} << "";
     QTest::newRow("here") << QStringList{"--extract-here", "a.zip"} << Kind::ExtractHere
-                          << QStringList{"/work/here/a.zip"} << "";
+                          << QStringList{"/home/me/here/a.zip"} << "";
     QTest::newRow("to") << QStringList{"a.zip", "--extract-to", "out"} << Kind::ExtractTo
-                        << QStringList{"/work/here/a.zip"} << "/work/here/out";
+                        << QStringList{"/home/me/here/a.zip"} << "/home/me/here/out";
     QTest::newRow("name like an option") << QStringList{"--", "--help"} << Kind::Open
-                                         << QStringList{"/work/here/--help"} << "";
+                                         << QStringList{"/home/me/here/--help"} << "";
     QTest::newRow("service") << QStringList{"--dbus-service"} << Kind::BusService << none << "";
-    QTest::newRow("colon in a name") << QStringList{"a:b.zip"} << Kind::Open << QStringList{"/work/here/a:b.zip"} << "";
+    QTest::newRow("colon in a name") << QStringList{"a:b.zip"} << Kind::Open << QStringList{"/home/me/here/a:b.zip"} << "";
 }
 
 void LaunchTest::commandLine()
 {
     QFETCH(QStringList, arguments);
-    const LaunchRequest request = parseCommandLine(arguments, "/work/here");
+    const LaunchRequest request = parseCommandLine(arguments, "/home/me/here");
     QTEST(request.kind, "kind");
     QTEST(request.paths, "paths");
     QTEST(request.folder, "folder");
