@@ -179,7 +179,7 @@ Error errorOf(HResult result, const Session& session)
     case kOutOfMemory:
         return {ErrorCode::OutOfMemory, "7-Zip: out of memory"};
     case kNotImplemented:
-        return {ErrorCode::UnsupportedFeature, "7-Zip: not implemented"};
+        return {ErrorCode::UnsupportedFeature, "7-Zip: the library does not offer this for the format"};
     default:
         return {ErrorCode::Internal, "7-Zip: the library failed"};
     }
