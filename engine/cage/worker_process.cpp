@@ -115,11 +115,12 @@ Result<std::unique_ptr<WorkerProcess>> WorkerProcess::start(const std::string& p
 {
     auto area = TRY(SharedArea::create(lanes));
     auto ends = TRY(Channel::makePair());
-    const auto socket = TRY(awayFromTargets(ends.second.get()));
+    auto socket = TRY(awayFromTargets(ends.second.get()));
     const auto memory = TRY(awayFromTargets(area.fd()));
     const auto pid = TRY(spawn(program, socket.get(), memory.get()));
     std::unique_ptr<WorkerProcess> process(new WorkerProcess(pid, Channel(std::move(ends.first)), std::move(area)));
-    ends.second = Descriptor(); // or we would never see the worker's end close
+    socket = Descriptor(); // or we would never see the worker's end close
+    ends.second = Descriptor();
     auto ready = TRY(process->m_channel.receive(kStartLimit, 0));
     if (!ready || ready->message.type != MessageType::Ready)
         return Error{ErrorCode::DecoderStopped, "cage: the worker did not start"};

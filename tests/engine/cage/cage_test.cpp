@@ -245,6 +245,43 @@ TEST(Cage, crashesWhileOpeningOrListingAreErrors)
     EXPECT_FALSE((*gap)->list(got));
 }
 
+// From the first message after the request to open to the last of a run with a question in it.
+TEST(Cage, aWorkerKilledAtAnyMessageIsToldAndLeavesNothing)
+{
+    for (const auto* rest : {"ask for a volume", "ask for a password"}) {
+        const auto descriptors = children();
+        int survivedAfter = 0;
+        for (int messages = 0; survivedAfter == 0 && messages < 40; ++messages) {
+            OneVolume volumes;
+            Passwords passwords;
+            OpenContext context;
+            context.volumes = &volumes;
+            context.passwords = &passwords;
+            auto archive = open("die after " + std::to_string(messages) + ": " + rest, context);
+            Collected got;
+            const auto listed = archive ? (*archive)->list(got) : Result<void>(archive.error());
+            const auto read = archive ? (*archive)->read({}, got) : Result<void>(archive.error());
+            if (listed && read && !(*archive)->info().damage) {
+                EXPECT_FALSE(got.contents["second"].empty());
+                survivedAfter = messages;
+            } else {
+                const auto code = !listed ? listed.error().code
+                    : !read               ? read.error().code
+                                          : (*archive)->info().damage->code;
+                EXPECT_EQ(code, ErrorCode::DecoderStopped) << rest << ", " << messages;
+            }
+        }
+        EXPECT_GT(survivedAfter, 4) << "it was never killed";
+        EXPECT_EQ(children(), descriptors) << "descriptors leak";
+    }
+    ::setenv("TZ", "dead", 1);
+    const auto unborn = open("behave");
+    ::unsetenv("TZ");
+    ASSERT_FALSE(unborn);
+    EXPECT_EQ(unborn.error().code, ErrorCode::DecoderStopped);
+    EXPECT_TRUE(open("behave"));
+}
+
 TEST(Cage, stopActsAtOnceWhateverTheDecoderDoes)
 {
     OpenContext context;

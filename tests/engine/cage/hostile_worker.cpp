@@ -4,6 +4,8 @@
 #include "engine/cage/worker.h"
 #include "engine/cage/worker_process.h"
 
+#include <atomic>
+#include <charconv>
 #include <csignal>
 #include <cstdlib>
 
@@ -13,11 +15,23 @@
 #include <sys/ptrace.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace {
 
 using namespace vantoro;
+
+// How many control messages may still cross before this process is killed; negative: all.
+std::atomic<int> messagesLeft{-1};
+
+void countMessage()
+{
+    if (messagesLeft == 0)
+        __builtin_trap(); // the cage lets nobody send a signal
+    if (messagesLeft > 0)
+        --messagesLeft;
+}
 
 bool tryToReach(const std::string& what)
 {
@@ -180,7 +194,14 @@ private:
 Result<ArchivePtr> openHostile(const SourcePtr& source, const OpenContext& context)
 {
     const auto block = TRY(readBlock(*source, 0, 1000));
-    const std::string script(asText(block));
+    std::string script(asText(block));
+    if (script.starts_with("die after ")) {
+        int left = 0;
+        std::from_chars(script.data() + 10, script.data() + script.size(), left);
+        messagesLeft = left;
+        script.erase(0, script.find(": ") + 2);
+        countMessage(); // the request to open
+    }
     if (script == "crash in open")
         std::abort();
     if (script == "refuse")
@@ -190,8 +211,25 @@ Result<ArchivePtr> openHostile(const SourcePtr& source, const OpenContext& conte
 
 }
 
+// In the place of the C library's: the sockets carry nothing but control messages.
+extern "C" ssize_t sendmsg(int socket, const msghdr* message, int flags)
+{
+    countMessage();
+    return ::syscall(SYS_sendmsg, socket, message, flags);
+}
+
+extern "C" ssize_t recvmsg(int socket, msghdr* message, int flags)
+{
+    const auto length = ::syscall(SYS_recvmsg, socket, message, flags);
+    if (length > 0)
+        countMessage();
+    return length;
+}
+
 int main(int argc, char**)
 {
+    if (const char* zone = std::getenv("TZ"); zone && std::string_view(zone) == "dead")
+        __builtin_trap(); // the cage lets nobody send a signal
     // Without confinement the same behaviour must succeed, or the tests would prove nothing: see cage_test.
     const bool isFree = argc > 1 || std::getenv("TZ") != nullptr;
     const auto steps = isFree ? 0 : vantoro::cage::confineThisProcess(vantoro::cage::kWorkerMemory);
