@@ -51,12 +51,15 @@ struct Family {
 
 /// Looked up in this order by the end of the lower-case name.
 constexpr std::array kFamilies{
-    Family{".7z", "archive-7z"},    Family{".rar", "archive-rar"},   Family{".cbr", "archive-rar"},
-    Family{".zip", "archive-zip"},  Family{".zipx", "archive-zip"},  Family{".cbz", "archive-zip"},
-    Family{".jar", "archive-zip"},  Family{".apk", "archive-zip"},   Family{".tar", "archive-tar"},
-    Family{".gz", "archive-tar"},   Family{".tgz", "archive-tar"},   Family{".bz2", "archive-tar"},
-    Family{".tbz2", "archive-tar"}, Family{".xz", "archive-tar"},    Family{".txz", "archive-tar"},
-    Family{".zst", "archive-tar"},  Family{".7z.001", "archive-7z"},
+    Family{".tar.gz", "archive-tar"},  Family{".tar.bz2", "archive-tar"}, Family{".tar.xz", "archive-tar"},
+    Family{".tar.zst", "archive-tar"}, Family{".7z", "archive-7z"},       Family{".7z.001", "archive-7z"},
+    Family{".rar", "archive-rar"},     Family{".cbr", "archive-rar"},     Family{".zip", "archive-zip"},
+    Family{".zipx", "archive-zip"},    Family{".cbz", "archive-cbz"},     Family{".jar", "archive-jar"},
+    Family{".apk", "archive-apk"},     Family{".tar", "archive-tar"},     Family{".tgz", "archive-tar"},
+    Family{".gz", "archive-gz"},       Family{".tbz", "archive-tbz"},     Family{".tbz2", "archive-tbz"},
+    Family{".bz2", "archive-bz2"},     Family{".bz", "archive-bz"},       Family{".txz", "archive-tar"},
+    Family{".xz", "archive-xz"},       Family{".lzma", "archive-lzma"},   Family{".xar", "archive-xar"},
+    Family{".exe", "archive-exe"},     Family{".bin", "archive-bin"},     Family{".z", "archive-z"},
 };
 
 }

@@ -6,7 +6,7 @@
 
 namespace vantoro::icons {
 
-/// A picture of the project by its file name without ".svg" ("archive-zip", "page-extract"), in its own colours.
+/// A picture of the project by its file name without ".svg" ("archive-zip", "extract"), in its own colours.
 QIcon icon(const QString& name);
 QPixmap pixmap(const QString& name, int edge, qreal devicePixelRatio);
 

@@ -263,7 +263,7 @@ QWidget* dropPage()
 {
     auto* page = new QWidget;
     auto* area = new SampleDropArea;
-    area->setIllustration(icons::icon(QStringLiteral("page-extract")));
+    area->setIllustration(icons::icon(QStringLiteral("extract")));
     area->setSentence(QStringLiteral("Drop an archive to look inside"));
     area->setHint(QStringLiteral("zip, 7z, rar, tar and ninety more kinds"));
     area->button()->setText(QStringLiteral("&Open Archive…"));
@@ -301,8 +301,8 @@ QWidget* controlsPage()
 
 void windows(Gallery& gallery)
 {
-    SamplePage extract(QStringLiteral("Extract"), QStringLiteral("page-extract"), dropPage());
-    SamplePage controls(QStringLiteral("Compress"), QStringLiteral("page-compress"), controlsPage());
+    SamplePage extract(QStringLiteral("Extract"), QStringLiteral("extract"), dropPage());
+    SamplePage controls(QStringLiteral("Compress"), QStringLiteral("compress"), controlsPage());
     auto tabbed
         = MASPreferencesWindowController::initWithViewControllers({&extract, &controls}, QStringLiteral("Vantoro"));
     tabbed->window()->resize(640, 460);
@@ -356,7 +356,7 @@ void icon(Gallery& gallery)
     auto* grid = new QGridLayout(&sheet);
     int column = 0;
     for (const char* name : {"vantoro", "archive-zip", "archive-7z", "archive-rar", "archive-tar", "archive-generic",
-                             "folder", "page-extract", "page-compress", "tray"}) {
+                             "folder", "extract", "compress", "stIconTemplate"}) {
         int row = 0;
         for (const int edge : {16, 24, 40, 64, 128}) {
             auto* picture = new QLabel;
