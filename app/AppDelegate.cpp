@@ -119,6 +119,8 @@ void AppDelegate::extractPathsIntoFolder(const QStringList& paths, const QString
         createArchive(path, folder);
 }
 
+void AppDelegate::compressFiles(const QStringList& paths) { m_mainWindows.compressFiles(paths); }
+
 void AppDelegate::unarchiveZip(const QString& path)
 {
     m_numArray.clear();

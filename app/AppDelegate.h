@@ -45,6 +45,8 @@ public:
     /// Extracts to a place that the caller named.
     void extractPaths(const QStringList& paths, DestinationType type);
     void extractPathsIntoFolder(const QStringList& paths, const QString& folder);
+    /// Shows the compression page, which takes the files.
+    void compressFiles(const QStringList& paths);
 
     // From the contents browser.
     void unarchiveZip(const QString& path);

@@ -94,6 +94,9 @@ constexpr std::array kServices{
     ServiceRow{Kind::ServiceToOthers, "ExtractToOthers", "extract-to-others"},
     ServiceRow{Kind::ExtractHere, "ExtractHere", "extract-here"},
     ServiceRow{Kind::ExtractTo, "ExtractTo", ""},
+    ServiceRow{Kind::ExtractToDesktop, "ExtractIntoDesktopFolder", "extract-into-desktop-folder"},
+    ServiceRow{Kind::ExtractAsking, "ExtractAsking", "extract-asking"},
+    ServiceRow{Kind::Compress, "Compress", "compress"},
 };
 
 QDBusMessage messageFor(const LaunchRequest& request, const QString& token)
@@ -160,6 +163,15 @@ void ApplicationService::perform(const LaunchRequest& request, const QString& ac
         break;
     case Kind::ExtractTo:
         m_delegate.extractPathsIntoFolder(request.paths, request.folder);
+        break;
+    case Kind::ExtractToDesktop:
+        m_delegate.extractPaths(request.paths, DestinationType::Desktop);
+        break;
+    case Kind::ExtractAsking:
+        m_delegate.extractPaths(request.paths, DestinationType::Ask);
+        break;
+    case Kind::Compress:
+        m_delegate.compressFiles(request.paths);
         break;
     case Kind::ServiceToCurrentFolder:
         if (request.paths.isEmpty())
@@ -256,6 +268,21 @@ void ExtractionServices::ExtractHere(const QStringList& uris, const QVariantMap&
 void ExtractionServices::ExtractTo(const QStringList& uris, const QString& folder, const QVariantMap& platform_data)
 {
     m_service.perform({.kind = Kind::ExtractTo, .paths = pathsFrom(uris), .folder = folder}, tokenIn(platform_data));
+}
+
+void ExtractionServices::ExtractIntoDesktopFolder(const QStringList& uris, const QVariantMap& platform_data)
+{
+    m_service.perform({.kind = Kind::ExtractToDesktop, .paths = pathsFrom(uris)}, tokenIn(platform_data));
+}
+
+void ExtractionServices::ExtractAsking(const QStringList& uris, const QVariantMap& platform_data)
+{
+    m_service.perform({.kind = Kind::ExtractAsking, .paths = pathsFrom(uris)}, tokenIn(platform_data));
+}
+
+void ExtractionServices::Compress(const QStringList& uris, const QVariantMap& platform_data)
+{
+    m_service.perform({.kind = Kind::Compress, .paths = pathsFrom(uris)}, tokenIn(platform_data));
 }
 
 }

@@ -45,8 +45,9 @@ public:
 public slots: // NOLINT: named by the interface
     void Activate(const QVariantMap& platform_data);
     void Open(const QStringList& uris, const QVariantMap& platform_data);
-    /// "extract-to-current-folder", "extract-to-desktop", "extract-to-others", "extract-here": with a list of URIs, or
-    /// without one to have the user choose. "open-window", "preferences".
+    /// With a list of URIs: "extract-here", "extract-into-desktop-folder", "extract-asking". With one, or without one
+    /// to have the user choose: "extract-to-current-folder", "extract-to-desktop", "extract-to-others", "compress".
+    /// Without: "open-window", "preferences".
     void ActivateAction(const QString& action_name, const QVariantList& parameter, const QVariantMap& platform_data);
 
 private:
@@ -68,6 +69,10 @@ public slots: // NOLINT: named by the interface
     void ExtractToOthers(const QStringList& uris, const QVariantMap& platform_data);
     void ExtractHere(const QStringList& uris, const QVariantMap& platform_data);
     void ExtractTo(const QStringList& uris, const QString& folder, const QVariantMap& platform_data);
+    void ExtractIntoDesktopFolder(const QStringList& uris, const QVariantMap& platform_data);
+    void ExtractAsking(const QStringList& uris, const QVariantMap& platform_data);
+    /// The compression page takes the files.
+    void Compress(const QStringList& uris, const QVariantMap& platform_data);
 
 private:
     ApplicationService& m_service;

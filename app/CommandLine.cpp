@@ -23,7 +23,10 @@ constexpr std::array kOptions{
     OptionRow{"--dbus-service", Kind::BusService},
     OptionRow{"--extract-here", Kind::ExtractHere},
     OptionRow{"--extract-to", Kind::ExtractTo},
+    OptionRow{"--extract-to-desktop", Kind::ExtractToDesktop},
+    OptionRow{"--extract-ask", Kind::ExtractAsking},
     OptionRow{"--extract", Kind::ServiceToOthers},
+    OptionRow{"--compress", Kind::Compress},
     OptionRow{"--service-current-folder", Kind::ServiceToCurrentFolder},
     OptionRow{"--service-desktop", Kind::ServiceToDesktop},
     OptionRow{"--service-others", Kind::ServiceToOthers},
@@ -51,7 +54,8 @@ QString absolutePath(const QString& word, const QString& workingDirectory)
 
 bool needsFiles(Kind kind)
 {
-    return kind == Kind::ExtractHere || kind == Kind::ExtractTo; // the services have the user choose
+    return kind == Kind::ExtractHere || kind == Kind::ExtractTo || kind == Kind::ExtractToDesktop
+        || kind == Kind::ExtractAsking; // the services have the user choose
 }
 
 }
@@ -92,20 +96,23 @@ LaunchRequest parseCommandLine(const QStringList& arguments, const QString& work
 QString helpText()
 {
     return QCoreApplication::translate("CommandLine",
-                                       "Usage: vantoro [OPTION] [ARCHIVE...]\n"
+                                       "Usage: vantoro [OPTION] [FILE...]\n"
                                        "\n"
                                        "Opens archives: extracts them, or shows them if the settings say so.\n"
                                        "Without an archive the main window is shown.\n"
                                        "\n"
                                        "  --extract-here         extract each archive beside itself\n"
                                        "  --extract-to FOLDER    extract into FOLDER\n"
+                                       "  --extract-to-desktop   extract into the Desktop folder of the settings\n"
+                                       "  --extract-ask          ask where to extract\n"
                                        "  --extract              extract to where the settings say, or ask\n"
+                                       "  --compress             make an archive of the files\n"
                                        "  --dbus-service         wait for calls on the session bus\n"
                                        "  -h, --help             show this help\n"
                                        "  --version              show the version\n"
-                                       "  --                     everything after this is an archive\n"
+                                       "  --                     everything after this is a file\n"
                                        "\n"
-                                       "Archives may be paths or file:// URIs. vantoro-cli works without a display.\n");
+                                       "Files may be paths or file:// URIs. vantoro-cli works without a display.\n");
 }
 
 }

@@ -12,6 +12,9 @@ struct LaunchRequest {
         Open, ///< files, as if opened from a file manager
         ExtractHere, ///< each beside itself, without a question
         ExtractTo, ///< into `folder`
+        ExtractToDesktop, ///< into the settings' Desktop folder
+        ExtractAsking, ///< the user says where to
+        Compress, ///< the compression page takes the files; without files it is shown
         ServiceToCurrentFolder,
         ServiceToDesktop,
         ServiceToOthers,

@@ -40,8 +40,14 @@ void LaunchTest::commandLine_data()
                         << QStringList{"/home/me/here/a.zip"} << "/home/me/here/out";
     QTest::newRow("name like an option") << QStringList{"--", "--help"} << Kind::Open
                                          << QStringList{"/home/me/here/--help"} << "";
+    QTest::newRow("compress") << QStringList{"--compress", "a.txt", "b"} << Kind::Compress
+                              << QStringList{"/home/me/here/a.txt", "/home/me/here/b"} << "";
+    QTest::newRow("new archive") << QStringList{"--compress"} << Kind::Compress << none << "";
+    QTest::newRow("ask") << QStringList{"--extract-ask", "a.zip"} << Kind::ExtractAsking
+                         << QStringList{"/home/me/here/a.zip"} << "";
     QTest::newRow("service") << QStringList{"--dbus-service"} << Kind::BusService << none << "";
-    QTest::newRow("colon in a name") << QStringList{"a:b.zip"} << Kind::Open << QStringList{"/home/me/here/a:b.zip"} << "";
+    QTest::newRow("colon in a name") << QStringList{"a:b.zip"} << Kind::Open << QStringList{"/home/me/here/a:b.zip"}
+                                     << "";
 }
 
 void LaunchTest::commandLine()
@@ -74,7 +80,8 @@ void LaunchTest::mistakesNameTheWord()
 
 void LaunchTest::helpNamesEveryOption()
 {
-    for (const char* option : {"--extract-here", "--extract-to", "--extract", "--dbus-service", "--version"})
+    for (const char* option : {"--extract-here", "--extract-to ", "--extract-to-desktop", "--extract-ask", "--extract ",
+                               "--compress", "--dbus-service", "--version"})
         QVERIFY2(helpText().contains(option), option);
 }
 
