@@ -224,7 +224,8 @@ public:
         const auto& item = sources.items[0];
         auto reader = TRY(SourceReader::open(item));
         log.begin(item);
-        const auto compressor = TRY(makeCompressor(m_kind, out, options.level, options.threads, reader.size(), options.cancel));
+        const auto compressor
+            = TRY(makeCompressor(m_kind, out, options.level, options.threads, reader.size(), options.cancel));
         std::vector<std::byte> buffer(512 << 10);
         while (true) {
             TRY(options.cancel.check());
