@@ -54,6 +54,7 @@ struct Error {
     ErrorCode code = ErrorCode::Internal;
     const char* what = ""; ///< static text for the log: "zip: local header past the end"; never shown to the user
     int osError = 0; ///< errno where a system call failed
+    std::uint64_t wanted = 0; ///< bytes of memory that LimitExceeded is about, where they are known
 };
 
 /// A plain English sentence without a name, e.g. "the password is wrong"; never empty.
