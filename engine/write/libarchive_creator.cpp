@@ -14,7 +14,11 @@ namespace vantoro {
 namespace {
 
 struct FreeWriter {
-    void operator()(archive* writer) const { archive_write_free(writer); }
+    void operator()(archive* writer) const
+    {
+        archive_write_fail(writer); // or it would write its end into a sink that is gone when the work was broken off
+        archive_write_free(writer);
+    }
 };
 struct FreeEntry {
     void operator()(archive_entry* entry) const { archive_entry_free(entry); }
@@ -224,8 +228,7 @@ public:
         const auto& item = sources.items[0];
         auto reader = TRY(SourceReader::open(item));
         log.begin(item);
-        const auto compressor
-            = TRY(makeCompressor(m_kind, out, options.level, options.threads, reader.size(), options.cancel));
+        const auto compressor = TRY(makeCompressor(m_kind, out, options.level, options.threads, reader.size(), options.cancel));
         std::vector<std::byte> buffer(512 << 10);
         while (true) {
             TRY(options.cancel.check());
