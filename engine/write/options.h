@@ -9,10 +9,11 @@
 
 namespace vantoro {
 
-/// A file or folder to be archived, with everything below it.
+/// Something to be archived.
 struct CreateInput {
-    std::string path;
+    std::string path; ///< empty: a folder of the given name that stands nowhere on disk
     std::string name; ///< in the archive, with '/' between components; empty: the path's last component
+    bool withContents = true; ///< a folder with everything below it; otherwise its own entry alone
 };
 
 struct CreateOptions {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <ctime>
 #include <memory>
 
 #include <dirent.h>
@@ -28,7 +29,20 @@ public:
         m_hasTarget = ::stat(target.c_str(), &m_target) == 0;
     }
 
-    Result<void> add(const std::string& path, const std::string& name, unsigned depth)
+    /// A folder without anything on disk.
+    void addBareFolder(const std::string& name)
+    {
+        SourceItem item;
+        item.name = name;
+        item.kind = EntryKind::Folder;
+        item.mode = S_IFDIR | 0755;
+        item.userId = ::getuid();
+        item.groupId = ::getgid();
+        item.modified = {std::time(nullptr), 0, true, false};
+        m_list.items.push_back(std::move(item));
+    }
+
+    Result<void> add(const std::string& path, const std::string& name, unsigned depth, bool withContents)
     {
         TRY(m_options.cancel.check());
         if (depth > kDeepest || isExcluded(name))
@@ -47,7 +61,7 @@ public:
         item.modified = stamp(status.st_mtim);
         item.accessed = stamp(status.st_atim);
         if (S_ISDIR(status.st_mode))
-            return addFolder(std::move(item), depth);
+            return addFolder(std::move(item), depth, withContents);
         if (S_ISLNK(status.st_mode))
             return addLink(std::move(item), static_cast<std::size_t>(status.st_size));
         if (!S_ISREG(status.st_mode))
@@ -79,13 +93,15 @@ private:
         return {};
     }
 
-    Result<void> addFolder(SourceItem item, unsigned depth)
+    Result<void> addFolder(SourceItem item, unsigned depth, bool withContents)
     {
         item.kind = EntryKind::Folder;
         const auto path = item.path;
         const auto name = item.name;
         if (!name.empty())
             m_list.items.push_back(std::move(item));
+        if (!withContents)
+            return {};
         std::vector<std::string> names;
         {
             const std::unique_ptr<DIR, CloseFolder> folder(::opendir(path.c_str()));
@@ -99,7 +115,7 @@ private:
         }
         std::sort(names.begin(), names.end());
         for (const auto& child : names)
-            TRY(add(path + "/" + child, name.empty() ? child : name + "/" + child, depth + 1));
+            TRY(add(path + "/" + child, name.empty() ? child : name + "/" + child, depth + 1, true));
         return {};
     }
 
@@ -158,10 +174,14 @@ Result<SourceList> collectSources(const std::vector<CreateInput>& inputs, const 
 {
     Collector collector(options, target);
     for (const auto& input : inputs) {
+        if (input.path.empty()) {
+            collector.addBareFolder(input.name);
+            continue;
+        }
         auto path = input.path;
         while (path.size() > 1 && path.ends_with('/'))
             path.pop_back();
-        TRY(collector.add(path, nameOf(input), 0));
+        TRY(collector.add(path, nameOf(input), 0, input.withContents));
     }
     return collector.take();
 }
