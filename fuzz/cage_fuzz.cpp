@@ -48,8 +48,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (const auto message = parseMessage(input))
         require(message->values.size() <= size / sizeof(std::uint64_t));
     const Limits limits;
-    if (const auto entry = ParsedEntry::parse(input, limits))
-        require(entry->entry().index < limits.entries && entry->entry().name.size() <= size);
+    EntryParser parser;
+    if (parser.parse(input, limits))
+        require(parser.entry().index < limits.entries && parser.entry().name.size() <= size);
     if (const auto info = parseInfo(input))
         require(info->volumes.size() <= size);
     (void)parseOutcome(input);

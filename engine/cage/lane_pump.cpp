@@ -73,12 +73,11 @@ Result<void> ListPump::take(const RingReader::Record& record)
 {
     if (record.type != RecordType::Entry)
         return kLie;
-    const auto copy = privateCopy(record.payload);
-    const auto parsed = TRY(ParsedEntry::parse(copy, limits()));
-    if (parsed.entry().index != m_next)
+    TRY(m_parser.parse(record.payload, limits()));
+    if (m_parser.entry().index != m_next)
         return kLie;
     ++m_next;
-    return m_visitor.visit(parsed.entry());
+    return m_visitor.visit(m_parser.entry());
 }
 
 Result<void> DataPump::take(const RingReader::Record& record)
@@ -108,9 +107,8 @@ Result<void> DataPump::begin(ConstBytes payload)
 {
     if (m_state != State::Idle)
         return kLie;
-    const auto copy = privateCopy(payload);
-    const auto parsed = TRY(ParsedEntry::parse(copy, limits()));
-    const auto& entry = parsed.entry();
+    TRY(m_parser.parse(payload, limits()));
+    const auto& entry = m_parser.entry();
     if (m_request.selection
         && !std::binary_search(m_request.selection->begin(), m_request.selection->end(), entry.index))
         return kLie;

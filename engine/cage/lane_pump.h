@@ -56,6 +56,7 @@ public:
 private:
     Result<void> take(const RingReader::Record& record) override;
     EntryVisitor& m_visitor;
+    EntryParser m_parser;
     std::uint64_t m_next = 0;
 };
 
@@ -79,6 +80,7 @@ private:
     enum class State : std::uint8_t { Idle, Open, Dropped, Skipped };
     LaneReceiver& m_receiver;
     const ReadRequest& m_request;
+    EntryParser m_parser;
     State m_state = State::Idle;
     Error m_dropReason;
     std::uint64_t m_number = 0;

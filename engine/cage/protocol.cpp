@@ -7,7 +7,6 @@ namespace vantoro::cage {
 namespace {
 
 constexpr std::uint64_t kMaxVolumes = 100'000;
-constexpr std::size_t kMaxAttributes = 64;
 
 class Writer {
 public:
@@ -24,12 +23,6 @@ public:
         m_block.insert(m_block.end(), bytes.begin(), bytes.end());
     }
     void put(std::string_view text) { put(asBytes(text)); }
-    void put(const Timestamp& time)
-    {
-        put(time.seconds);
-        put(time.nanoseconds);
-        put(static_cast<std::uint8_t>((time.isSet ? 1 : 0) | (time.isLocal ? 2 : 0)));
-    }
     void put(const std::optional<std::uint64_t>& value)
     {
         put(static_cast<std::uint8_t>(value.has_value()));
@@ -41,6 +34,7 @@ public:
         put(static_cast<std::uint8_t>(error ? error->code : ErrorCode::Internal));
         put(static_cast<std::int32_t>(error ? error->osError : 0));
     }
+    std::size_t size() const { return m_block.size(); }
     std::vector<std::byte> take() { return std::move(m_block); }
 
 private:
@@ -73,17 +67,6 @@ public:
         return m_valid ? m_in.take(length) : ConstBytes{};
     }
     std::string_view text(std::uint64_t limit) { return asText(bytes(limit)); }
-    Timestamp time()
-    {
-        Timestamp time;
-        time.seconds = get<std::int64_t>();
-        time.nanoseconds = get<std::uint32_t>();
-        const auto flags = small(4);
-        time.isSet = (flags & 1) != 0;
-        time.isLocal = (flags & 2) != 0;
-        m_valid = m_valid && time.nanoseconds < 1'000'000'000;
-        return time;
-    }
     std::optional<std::uint64_t> number()
     {
         const bool isSet = small(2) != 0;
@@ -110,16 +93,6 @@ private:
 };
 
 constexpr Error kBadBlock{ErrorCode::Corrupt, "cage: malformed block"};
-
-void putAttributes(Writer& out, std::span<const ExtendedAttribute> attributes)
-{
-    const auto count = std::min(attributes.size(), kMaxAttributes);
-    out.put(static_cast<std::uint32_t>(count));
-    for (const auto& attribute : attributes.first(count)) {
-        out.put(attribute.name);
-        out.put(attribute.value);
-    }
-}
 
 }
 
@@ -158,68 +131,6 @@ Result<Message> parseMessage(ConstBytes block)
     return message;
 }
 
-std::vector<std::byte> encodeEntry(const Entry& entry)
-{
-    Writer out;
-    out.put(entry.index);
-    out.put(entry.nameCharset);
-    out.put(static_cast<std::uint8_t>(entry.pathStyle));
-    out.put(static_cast<std::uint8_t>(entry.kind));
-    out.put(static_cast<std::uint8_t>(entry.checksum.kind));
-    out.put(entry.checksum.value);
-    out.put(static_cast<std::uint8_t>(entry.isEncrypted));
-    out.put(entry.size);
-    out.put(entry.packedSize);
-    out.put(entry.modified);
-    out.put(entry.created);
-    out.put(entry.accessed);
-    out.put(entry.mode ? std::optional<std::uint64_t>(*entry.mode) : std::nullopt);
-    out.put(entry.solidGroup ? std::optional<std::uint64_t>(*entry.solidGroup) : std::nullopt);
-    for (const auto text : {entry.name, entry.linkTarget, entry.owner, entry.group, entry.method, entry.comment})
-        out.put(text.substr(0, kMaxText));
-    putAttributes(out, entry.attributes);
-    return out.take();
-}
-
-Result<ParsedEntry> ParsedEntry::parse(ConstBytes block, const Limits& limits)
-{
-    Reader in(block);
-    ParsedEntry parsed;
-    Entry& entry = parsed.m_entry;
-    entry.index = in.get<std::uint64_t>();
-    entry.nameCharset = in.get<CharsetId>();
-    entry.pathStyle = static_cast<PathStyle>(in.small(2));
-    entry.kind = static_cast<EntryKind>(in.small(static_cast<unsigned>(EntryKind::Other) + 1));
-    entry.checksum.kind = static_cast<Checksum::Kind>(in.small(static_cast<unsigned>(Checksum::Kind::Other) + 1));
-    entry.checksum.value = in.get<std::uint32_t>();
-    entry.isEncrypted = in.small(2) != 0;
-    entry.size = in.number();
-    entry.packedSize = in.number();
-    entry.modified = in.time();
-    entry.created = in.time();
-    entry.accessed = in.time();
-    const auto mode = in.number();
-    const auto solidGroup = in.number();
-    if (mode)
-        entry.mode = static_cast<std::uint32_t>(*mode);
-    if (solidGroup)
-        entry.solidGroup = static_cast<std::uint32_t>(*solidGroup);
-    for (auto* text : {&entry.name, &entry.linkTarget, &entry.owner, &entry.group, &entry.method, &entry.comment})
-        *text = in.text(kMaxText);
-    const auto count = in.get<std::uint32_t>();
-    if (!in.ok() || count > kMaxAttributes || entry.index >= limits.entries
-        || (entry.nameCharset != kCharsetUnknown && !findCharset(entry.nameCharset)))
-        return kBadBlock;
-    for (std::uint32_t i = 0; i < count; ++i) {
-        const auto name = in.text(kMaxText);
-        parsed.m_attributes.push_back({name, in.bytes(kMaxText)});
-    }
-    if (!in.okAtEnd())
-        return kBadBlock;
-    entry.attributes = parsed.m_attributes; // a vector's elements stay where they are when it is moved
-    return parsed;
-}
-
 std::vector<std::byte> encodeInfo(const ArchiveInfo& info)
 {
     Writer out;
@@ -231,9 +142,14 @@ std::vector<std::byte> encodeInfo(const ArchiveInfo& info)
     out.put(static_cast<std::uint8_t>(info.caresAboutPasswordEncoding));
     out.put(info.damage);
     out.put(info.firstDoubtfulEntry);
-    out.put(static_cast<std::uint32_t>(info.volumes.size()));
-    for (const auto& name : info.volumes)
-        out.put(std::string_view(name).substr(0, kMaxText));
+    std::size_t size = out.size() + sizeof(std::uint32_t);
+    const auto last = std::find_if(info.volumes.begin(), info.volumes.end(), [&size](const std::string& name) {
+        size += sizeof(std::uint32_t) + std::min(name.size(), kMaxText);
+        return size > kMaxRecord;
+    });
+    out.put(static_cast<std::uint32_t>(last - info.volumes.begin()));
+    std::for_each(info.volumes.begin(), last,
+                  [&out](const std::string& name) { out.put(std::string_view(name).substr(0, kMaxText)); });
     return out.take();
 }
 

@@ -59,15 +59,25 @@ struct RecordHeader {
     std::uint32_t length = 0; ///< of the payload in bytes
 };
 
-std::vector<std::byte> encodeEntry(const Entry& entry);
-/// An entry over a block that stays alive and unchanged while it is used: a private copy, never shared memory.
-class ParsedEntry {
+/// No record is larger: what an archive adds to its entries beyond that stays behind.
+constexpr std::size_t kMaxRecord = 640 << 10;
+
+/// What encodeEntry() needs as room.
+std::size_t encodedSize(const Entry& entry);
+/// Into the front of `room`: a listing's entries are written where the other process reads them.
+void encodeEntry(const Entry& entry, Bytes room);
+
+/// Takes entries that the worker sent. Keeps a private copy of the block, which nobody changes while it is used, and
+/// one memory for all entries.
+class EntryParser {
 public:
     /// Enumerations, lengths and limits are checked. Names keep whatever bytes they have.
-    static Result<ParsedEntry> parse(ConstBytes block, const Limits& limits);
+    Result<void> parse(ConstBytes block, const Limits& limits);
+    /// What parse() took; valid until it is called again.
     const Entry& entry() const { return m_entry; }
 
 private:
+    std::vector<std::byte> m_block;
     Entry m_entry;
     std::vector<ExtendedAttribute> m_attributes;
 };

@@ -14,14 +14,16 @@ constexpr std::size_t placeOf(std::uint64_t counter) { return static_cast<std::s
 
 }
 
-std::size_t RingWriter::freeBytes() const
+std::size_t RingWriter::freeBytes()
 {
-    const auto tail = m_state.tail.load(std::memory_order_acquire);
-    return kRingCapacity - static_cast<std::size_t>(m_written - tail);
+    m_tail = m_state.tail.load(std::memory_order_acquire);
+    return kRingCapacity - static_cast<std::size_t>(m_written - m_tail);
 }
 
 void RingWriter::waitForRoom(std::size_t needed)
 {
+    if (kRingCapacity - static_cast<std::size_t>(m_written - m_tail) >= needed)
+        return;
     while (freeBytes() < needed) {
         wakeReader();
         const auto signal = m_state.tailSignal.load();
@@ -64,9 +66,17 @@ void RingWriter::commit(RecordType type, std::size_t length)
 
 void RingWriter::put(RecordType type, ConstBytes payload)
 {
+    assert(payload.size() <= kMaxPayload);
     const auto room = reserve(payload.size());
     std::copy(payload.begin(), payload.end(), room.begin());
     commit(type, payload.size());
+}
+
+void RingWriter::putEntry(const Entry& entry)
+{
+    const auto length = encodedSize(entry);
+    encodeEntry(entry, reserve(length));
+    commit(RecordType::Entry, length);
 }
 
 void RingWriter::wakeReader()
@@ -81,9 +91,13 @@ Result<std::optional<RingReader::Record>> RingReader::next()
 {
     constexpr Error kLie{ErrorCode::Corrupt, "cage: the ring does not add up"};
     while (true) {
-        const auto head = m_state.head.load(std::memory_order_acquire);
-        if (head < m_taken || head - m_taken > kRingCapacity || head % 8 != 0)
-            return kLie;
+        if (m_head == m_taken) {
+            const auto claim = m_state.head.load(std::memory_order_acquire);
+            if (claim < m_taken || claim - m_taken > kRingCapacity || claim % 8 != 0)
+                return kLie;
+            m_head = claim;
+        }
+        const auto head = m_head;
         if (head == m_taken)
             return std::optional<Record>();
         const auto place = placeOf(m_taken);

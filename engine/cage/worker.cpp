@@ -21,7 +21,7 @@ public:
 
     Result<Want> begin(const Entry& entry) override
     {
-        m_ring.put(RecordType::Entry, encodeEntry(entry));
+        m_ring.putEntry(entry);
         ++m_number;
         return carriesData(entry.kind) ? Want::Data : Want::Skip;
     }
@@ -79,7 +79,7 @@ public:
     explicit RingVisitor(RingWriter& ring) : m_ring(ring) {}
     Result<void> visit(const Entry& entry) override
     {
-        m_ring.put(RecordType::Entry, encodeEntry(entry));
+        m_ring.putEntry(entry);
         return {};
     }
 

@@ -5,6 +5,13 @@
 namespace vantoro::cage {
 namespace {
 
+std::vector<std::byte> encoded(const Entry& entry)
+{
+    std::vector<std::byte> block(encodedSize(entry));
+    encodeEntry(entry, block);
+    return block;
+}
+
 std::vector<std::byte> sampleEntry()
 {
     static const ExtendedAttribute attribute{"user.origin", asBytes("http://x")};
@@ -19,15 +26,17 @@ std::vector<std::byte> sampleEntry()
     entry.owner = "me";
     entry.method = "LZMA2:24";
     entry.attributes = {&attribute, 1};
-    return encodeEntry(entry);
+    return encoded(entry);
 }
+
+bool isTaken(ConstBytes block, const Limits& limits = {}) { return EntryParser().parse(block, limits).has_value(); }
 
 TEST(Protocol, entriesComeBackAsTheyWere)
 {
     const auto block = sampleEntry();
-    const auto parsed = ParsedEntry::parse(block, {});
-    ASSERT_TRUE(parsed);
-    const auto& entry = parsed->entry();
+    EntryParser parser;
+    ASSERT_TRUE(parser.parse(block, {}));
+    const auto& entry = parser.entry();
     EXPECT_EQ(entry.index, 3U);
     EXPECT_EQ(entry.name, "d/na\xFFme");
     EXPECT_EQ(entry.kind, EntryKind::SymbolicLink);
@@ -39,6 +48,26 @@ TEST(Protocol, entriesComeBackAsTheyWere)
     EXPECT_EQ(entry.method, "LZMA2:24");
     ASSERT_EQ(entry.attributes.size(), 1U);
     EXPECT_EQ(asText(entry.attributes[0].value), "http://x");
+}
+
+// An archive may give an entry more attributes than a record holds.
+TEST(Protocol, whatIsTooMuchForARecordStaysBehind)
+{
+    const std::string text(kMaxText, 'x');
+    const std::vector<ExtendedAttribute> attributes(40, {"user.a", asBytes(text)});
+    Entry entry;
+    for (auto* field : {&entry.name, &entry.linkTarget, &entry.owner, &entry.group, &entry.method, &entry.comment})
+        *field = text;
+    entry.attributes = attributes;
+    EXPECT_LE(encodedSize(entry), kMaxRecord);
+    EntryParser parser;
+    ASSERT_TRUE(parser.parse(encoded(entry), {}));
+    EXPECT_EQ(parser.entry().comment, text);
+    EXPECT_GT(parser.entry().attributes.size(), 0U);
+    ArchiveInfo info;
+    info.volumes.assign(40, text);
+    EXPECT_LE(encodeInfo(info).size(), kMaxRecord);
+    EXPECT_TRUE(parseInfo(encodeInfo(info)));
 }
 
 TEST(Protocol, infoAndMessagesComeBackAsTheyWere)
@@ -67,10 +96,10 @@ TEST(Protocol, refusesWhatIsCutOrLonger)
 {
     const auto block = sampleEntry();
     for (std::size_t length = 0; length < block.size(); ++length)
-        EXPECT_FALSE(ParsedEntry::parse(ConstBytes(block).first(length), {})) << length;
+        EXPECT_FALSE(isTaken(ConstBytes(block).first(length))) << length;
     auto longer = block;
     longer.push_back(std::byte{0});
-    EXPECT_FALSE(ParsedEntry::parse(longer, {}));
+    EXPECT_FALSE(isTaken(longer));
     const auto info = encodeInfo({});
     EXPECT_FALSE(parseInfo(ConstBytes(info).first(info.size() - 1)));
 }
@@ -82,9 +111,10 @@ TEST(Protocol, survivesAnyByteChanged)
         for (const int value : {0x00, 0x7F, 0x80, 0xFF}) {
             auto changed = block;
             changed[i] = static_cast<std::byte>(value);
-            if (const auto parsed = ParsedEntry::parse(changed, {})) {
-                EXPECT_LE(parsed->entry().kind, EntryKind::Other);
-                EXPECT_LT(parsed->entry().modified.nanoseconds, 1'000'000'000U);
+            EntryParser parser;
+            if (parser.parse(changed, {})) {
+                EXPECT_LE(parser.entry().kind, EntryKind::Other);
+                EXPECT_LT(parser.entry().modified.nanoseconds, 1'000'000'000U);
             }
         }
     }
@@ -94,7 +124,7 @@ TEST(Protocol, refusesNumbersOutOfTheirRange)
 {
     Limits limits;
     limits.entries = 3;
-    EXPECT_FALSE(ParsedEntry::parse(sampleEntry(), limits)); // index 3
+    EXPECT_FALSE(isTaken(sampleEntry(), limits)); // index 3
     Message message;
     message.type = static_cast<MessageType>(77);
     EXPECT_FALSE(parseMessage(encodeMessage(message)));
