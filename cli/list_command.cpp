@@ -1,11 +1,11 @@
 #include "cli/commands.h"
+#include "cli/entry_printer.h"
 #include "cli/output.h"
 
 #include "engine/extract.h"
 
 #include <algorithm>
 #include <array>
-#include <ctime>
 #include <deque>
 
 #include <openssl/evp.h>
@@ -13,32 +13,6 @@
 namespace vantoro::cli {
 
 namespace {
-
-constexpr const char* kKindNames[] = {"file", "dir", "link", "hardlink", "rsrc", "other"};
-
-std::int64_t utcSeconds(const Timestamp& time)
-{
-    if (!time.isLocal)
-        return time.seconds;
-    // The fields of a local time were counted as though they were UTC.
-    auto seconds = static_cast<std::time_t>(time.seconds);
-    std::tm fields{};
-    ::gmtime_r(&seconds, &fields);
-    fields.tm_isdst = -1;
-    return std::mktime(&fields);
-}
-
-std::string timeText(const Timestamp& time, const char* format)
-{
-    if (!time.isSet)
-        return {};
-    const auto seconds = static_cast<std::time_t>(utcSeconds(time));
-    std::tm fields{};
-    ::gmtime_r(&seconds, &fields);
-    std::array<char, 64> text;
-    const auto length = std::strftime(text.data(), text.size(), format, &fields);
-    return {text.data(), length};
-}
 
 /// An entry that outlives the visit, for those that wait until all names are known.
 struct KeptEntry {
@@ -57,119 +31,11 @@ struct KeptEntry {
     std::optional<std::uint64_t> decodedSize;
 };
 
-class Printer {
-public:
-    Printer(const Arguments& arguments, Output& out) : m_json(arguments.json), m_out(out) {}
-
-    void print(const Entry& entry, CharsetId charset, const std::string& sha256)
-    {
-        ++m_count;
-        m_total += entry.size.value_or(0);
-        if (m_json)
-            printJson(entry, charset, sha256);
-        else
-            printLine(entry, charset);
-    }
-    void printSum()
-    {
-        if (!m_json)
-            m_out.put(std::to_string(m_count) + (m_count == 1 ? " entry, " : " entries, ") + sizeText(m_total) + "\n");
-    }
-
-private:
-    void key(std::string_view name) { (m_out.put(",\""), m_out.put(name), m_out.put("\":")); }
-
-    void number(std::string_view name, std::optional<std::uint64_t> value)
-    {
-        key(name);
-        if (value)
-            m_out.putNumber(*value);
-        else
-            m_out.put("null");
-    }
-
-    void printJson(const Entry& entry, CharsetId charset, const std::string& sha256)
-    {
-        m_out.put("{\"index\":");
-        m_out.putNumber(entry.index);
-        key("name");
-        m_out.putJson(shownName(entry.name, charset, entry.pathStyle));
-        key("kind");
-        m_out.putJson(kKindNames[static_cast<int>(entry.kind)]);
-        number("size", entry.size);
-        number("packed", entry.packedSize);
-        key("mtime");
-        entry.modified.isSet ? m_out.putJson(timeText(entry.modified, "%Y-%m-%dT%H:%M:%SZ")) : m_out.put("null");
-        number("mode", entry.mode ? std::optional<std::uint64_t>(*entry.mode) : std::nullopt);
-        key("link");
-        entry.linkTarget.empty() ? m_out.put("null") : m_out.putJson(shownLink(entry, charset));
-        key("encrypted");
-        m_out.put(entry.isEncrypted ? "true" : "false");
-        key("method");
-        m_out.putJson(entry.method);
-        key("crc");
-        printChecksum(entry.checksum);
-        if (!sha256.empty()) {
-            key("sha256");
-            m_out.putJson(sha256);
-        }
-        m_out.put("}\n");
-    }
-
-    static std::string shownLink(const Entry& entry, CharsetId charset)
-    {
-        return entry.kind == EntryKind::HardLink ? shownName(entry.linkTarget, charset, entry.pathStyle)
-                                                 : decode(entry.linkTarget, charset);
-    }
-
-    void printChecksum(const Checksum& checksum)
-    {
-        if (checksum.kind != Checksum::Kind::Crc32)
-            return m_out.put("null");
-        std::array<char, 9> digits;
-        std::snprintf(digits.data(), digits.size(), "%08x", checksum.value);
-        m_out.putJson({digits.data(), 8});
-    }
-
-    void printLine(const Entry& entry, CharsetId charset)
-    {
-        const auto size = entry.size ? std::to_string(*entry.size) : std::string("-");
-        const auto time = timeText(entry.modified, "%Y-%m-%d %H:%M");
-        m_out.put(entry.isEncrypted ? "*" : " ");
-        m_out.put(std::string_view("dflh").substr(entry.kind == EntryKind::Folder ? 0 : 1, 0));
-        if (size.size() < 13)
-            m_out.put(std::string_view("             ").substr(size.size()));
-        m_out.put(size);
-        m_out.put("  ");
-        m_out.put(time.empty() ? std::string_view("                ") : std::string_view(time));
-        m_out.put("  ");
-        auto name = shownName(entry.name, charset, entry.pathStyle);
-        if (entry.kind == EntryKind::Folder)
-            name += '/';
-        m_out.put(isPlain(name) ? name : printable(name));
-        if (!entry.linkTarget.empty()) {
-            m_out.put(" -> ");
-            m_out.put(printable(shownLink(entry, charset)));
-        }
-        m_out.put("\n");
-    }
-
-    static bool isPlain(std::string_view name)
-    {
-        return std::all_of(name.begin(), name.end(), [](unsigned char c) { return c >= 0x20 && c < 0x7F; });
-    }
-
-    bool m_json;
-    Output& m_out;
-    std::uint64_t m_count = 0;
-    std::uint64_t m_total = 0;
-};
-
 /// Prints entries as they come for as long as their names are clear, and keeps them back from the first whose
 /// charset has to be judged by all names together.
 class Listing final : public EntryVisitor {
 public:
-    Listing(const Arguments& arguments, Printer& printer, const CancelToken& cancel)
+    Listing(const Arguments& arguments, EntryPrinter& printer, const CancelToken& cancel)
         : m_arguments(arguments)
         , m_printer(printer)
         , m_cancel(cancel)
@@ -185,6 +51,9 @@ public:
 
     void add(const Entry& entry, const std::string& sha256, std::optional<std::uint64_t> decodedSize)
     {
+        const bool isPassedOn = m_kept.empty() && (!decodedSize || entry.size);
+        if (isPassedOn && isAscii(entry.name)) // nearly all
+            return m_printer.print(entry, linkCharset(entry), sha256);
         if (entry.nameCharset == kCharsetUnknown || !isValidUtf8(entry.name))
             m_detector.add(entry.name);
         if (m_kept.empty() && isClear(entry)) {
@@ -212,13 +81,17 @@ public:
     }
 
 private:
+    CharsetId linkCharset(const Entry& entry) const
+    {
+        return entry.linkTarget.empty() ? kCharsetUtf8 : charsetOf(entry, m_arguments.charset, kCharsetUtf8);
+    }
     bool isClear(const Entry& entry) const
     {
         return isAscii(entry.name) || (entry.nameCharset != kCharsetUnknown && isValidUtf8(entry.name))
             || m_arguments.charset != kCharsetUnknown;
     }
     const Arguments& m_arguments;
-    Printer& m_printer;
+    EntryPrinter& m_printer;
     const CancelToken& m_cancel;
     CharsetDetector m_detector;
     std::deque<KeptEntry> m_kept;
@@ -302,16 +175,21 @@ CharsetId charsetOf(const Entry& entry, CharsetId chosen, CharsetId detected)
     return isValidUtf8(entry.name) ? kCharsetUtf8 : detected;
 }
 
+std::string_view withoutEnds(std::string_view name)
+{
+    while (name.starts_with("./") && name.size() > 2)
+        name.remove_prefix(2);
+    while (name.size() > 1 && name.ends_with('/'))
+        name.remove_suffix(1);
+    return name;
+}
+
 std::string shownName(std::string_view name, CharsetId charset, PathStyle style)
 {
     auto shown = decode(name, charset);
     if (style == PathStyle::Dos)
         std::replace(shown.begin(), shown.end(), '\\', '/');
-    while (shown.starts_with("./") && shown.size() > 2)
-        shown.erase(0, 2);
-    while (shown.size() > 1 && shown.ends_with('/'))
-        shown.pop_back();
-    return shown;
+    return std::string(withoutEnds(shown));
 }
 
 int runList(const Arguments& arguments, const CancelToken& cancel)
@@ -326,7 +204,7 @@ int runList(const Arguments& arguments, const CancelToken& cancel)
         return statusOf(opened.error());
     }
     Output out;
-    Printer printer(arguments, out);
+    EntryPrinter printer(arguments.json, out);
     Listing listing(arguments, printer, cancel);
     auto& archive = (*opened)->archive();
     HashingLane hashing(listing, path);

@@ -62,7 +62,7 @@ Result<void> Directory::read(const ByteSource& source, std::uint64_t length, con
         m_bytes.resize(from + step);
         TRY(source.readExactly(m_position + from, Bytes(m_bytes).subspan(from)));
         while (parsed < m_bytes.size()) {
-            const auto header = DirectoryHeader::parse(ConstBytes(m_bytes).subspan(parsed));
+            const auto header = DirectoryHeader::lengthOf(ConstBytes(m_bytes).subspan(parsed));
             if (!header && header.error().code != ErrorCode::Truncated) {
                 m_isDamaged = end.entries != m_headers.size(); // otherwise a digital signature of the directory
                 return {};
@@ -72,7 +72,7 @@ Result<void> Directory::read(const ByteSource& source, std::uint64_t length, con
             if (m_headers.size() >= limits.entries)
                 return Error{ErrorCode::LimitExceeded, "zip: number of entries"};
             m_headers.push_back(parsed);
-            parsed += header->length;
+            parsed += *header;
         }
     }
     const auto count = end.countsWrap ? m_headers.size() & kSaturated16 : m_headers.size();

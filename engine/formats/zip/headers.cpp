@@ -29,14 +29,28 @@ void applyZip64(DirectoryHeader& header, ConstBytes field)
 
 }
 
-Result<DirectoryHeader> DirectoryHeader::parse(ConstBytes block)
+Result<std::size_t> DirectoryHeader::lengthOf(ConstBytes block)
 {
+    constexpr std::size_t kNameLengthAt = 28;
     ByteReader in(block);
     const auto signature = in.le32();
     if (in.ok() && signature != kDirectorySignature)
         return Error{ErrorCode::Corrupt, "zip: directory header signature"};
+    in.seek(kNameLengthAt);
+    std::size_t length = kDirectorySize;
+    for (int part = 0; part < 3; ++part) // name, extra, comment
+        length += in.le16();
+    if (!in.ok() || length > block.size())
+        return Error{ErrorCode::Truncated, "zip: directory header"};
+    return length;
+}
+
+Result<DirectoryHeader> DirectoryHeader::parse(ConstBytes block)
+{
     DirectoryHeader header;
-    in.skip(1); // version made by: nothing depends on it
+    header.length = TRY(lengthOf(block));
+    ByteReader in(block.first(header.length));
+    in.skip(5); // signature and version made by: nothing depends on it
     header.host = in.u8();
     header.versionNeeded = in.le16();
     header.flags = in.le16();
@@ -55,9 +69,6 @@ Result<DirectoryHeader> DirectoryHeader::parse(ConstBytes block)
     header.name = in.text(nameLength);
     header.extra = in.take(extraLength);
     header.comment = in.text(commentLength);
-    if (!in.ok())
-        return Error{ErrorCode::Truncated, "zip: directory header"};
-    header.length = in.position();
     if (header.size == kSaturated32 || header.packed == kSaturated32 || header.localOffset == kSaturated32
         || header.disk == kSaturated16) {
         forEachExtra(header.extra, [&](std::uint16_t id, ConstBytes field) {

@@ -86,6 +86,8 @@ struct DirectoryHeader {
 
     /// Truncated when the header or a variable part reaches past the end of `block`, Corrupt when it is none.
     static Result<DirectoryHeader> parse(ConstBytes block);
+    /// Of a header that parse() would take; the same errors.
+    static Result<std::size_t> lengthOf(ConstBytes block);
 
     bool has(Flags flag) const { return (flags & flag) != 0; }
     bool hasDosNames() const;
