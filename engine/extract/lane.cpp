@@ -10,6 +10,8 @@ namespace {
 
 constexpr std::size_t kRoom = 512 << 10;
 constexpr std::uint64_t kLargeEntry = 1 << 20; ///< worth a thread of its own for writing
+constexpr std::uint64_t kSmallEntry = 256 << 10; ///< takes longer to create and close than to copy
+constexpr unsigned kWorthHelper = 32; ///< small entries that justify a second thread
 constexpr std::size_t kMostAttributes = 64;
 constexpr std::size_t kMostAttributeBytes = 64 << 10;
 
@@ -155,7 +157,7 @@ Result<LaneReceiver::Want> Lane::startFile(const Entry& entry, FilePlan plan)
 Pipe* Lane::pipeFor(const Entry& entry)
 {
     if (m_job.decodesElsewhere)
-        return nullptr;
+        return helperFor(entry);
     // With several lanes at work the processors are busy anyway, save for a large entry at the end.
     const bool isLarge = !entry.size || *entry.size >= kLargeEntry;
     if (m_job.usedLanes.load() > 1 && !(isLarge && m_job.busyLanes.load() == 0))
@@ -163,6 +165,19 @@ Pipe* Lane::pipeFor(const Entry& entry)
     if (!m_ownPipe)
         m_ownPipe = Pipe::start(m_sink);
     return m_ownPipe.get();
+}
+
+/// A single lane of small files waits for the file system, not for the decoder: every other batch goes to a helper.
+Pipe* Lane::helperFor(const Entry& entry)
+{
+    if (!entry.size || *entry.size > kSmallEntry || m_job.usedLanes.load() > 1)
+        return nullptr;
+    if (!m_helper && ++m_smallFiles == kWorthHelper) {
+        m_helper = std::make_unique<Helper>(m_job);
+        m_helper->pipe = Pipe::start(m_helper->sink);
+    }
+    const bool isReady = m_helper && m_helper->pipe && !m_helper->pipe->isBehind();
+    return isReady ? m_helper->pipe.get() : nullptr;
 }
 
 Result<LaneReceiver::Want> Lane::placeFolder(const Entry& entry, Components name)
@@ -281,8 +296,14 @@ Result<void> Lane::settle(const Result<void>& readOutcome)
 {
     if (m_receiving != Receiving::Nothing)
         TRY(end(readOutcome ? Error{ErrorCode::Truncated, "entry without an end"} : readOutcome.error()));
-    const auto settled = m_ownPipe ? m_job.passOn(m_ownPipe->drain()) : Result<void>();
-    m_writer.reportPlaced(); // the pipe rests
+    Result<void> settled;
+    for (auto* pipe : {m_ownPipe.get(), m_helper ? m_helper->pipe.get() : nullptr}) {
+        if (pipe && settled)
+            settled = m_job.passOn(pipe->drain());
+    }
+    m_writer.reportPlaced(); // the pipes rest
+    if (m_helper)
+        m_helper->writer.reportPlaced();
     return settled;
 }
 

@@ -35,12 +35,23 @@ private:
     Result<void> setTarget(std::string_view target, CharsetId charset, PathStyle style);
     FileTraits traitsOf(const Entry& entry);
     Pipe* pipeFor(const Entry& entry);
+    Pipe* helperFor(const Entry& entry);
     Result<void> countReceived(std::uint64_t bytes);
+
+    /// A second thread that writes, with all that it needs.
+    struct Helper {
+        explicit Helper(Job& job) : writer(job.placer(), job.guard(), job.settings()), sink(writer, job) {}
+        FileWriter writer;
+        EntrySink sink;
+        std::unique_ptr<Pipe> pipe; ///< destroyed first
+    };
 
     Job& m_job;
     FileWriter m_writer;
     EntrySink m_sink;
     std::unique_ptr<Pipe> m_ownPipe; ///< its thread uses the sink: destroyed first
+    std::unique_ptr<Helper> m_helper;
+    unsigned m_smallFiles = 0;
     Pipe* m_pipe = nullptr; ///< of the current entry; null: written on this thread
     bool m_isUsed = false;
     std::unique_ptr<std::byte[]> m_room;

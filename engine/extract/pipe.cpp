@@ -45,6 +45,7 @@ void Pipe::work()
             return;
         auto block = std::move(m_full.front());
         m_full.pop_front();
+        m_isBehind.store(!m_full.empty(), std::memory_order_relaxed);
         m_isWorking = true;
         m_isIdle.store(false, std::memory_order_relaxed);
         const bool hasFailed = !m_failure || m_isEnding;
@@ -108,6 +109,7 @@ Result<void> Pipe::flush()
     const std::lock_guard lock(m_mutex);
     if (m_current) {
         m_full.push_back(std::move(m_current));
+        m_isBehind.store(true, std::memory_order_relaxed);
         m_isIdle.store(false, std::memory_order_relaxed);
         m_filled.notify_one();
     }

@@ -27,6 +27,8 @@ public:
     Result<void> end(const Result<void>& outcome);
     /// Waits until everything has been written.
     Result<void> drain();
+    /// The writer has a whole block yet to come to.
+    bool isBehind() const { return m_isBehind.load(std::memory_order_relaxed); }
 
 private:
     static constexpr std::size_t kBlockSize = 1 << 20;
@@ -66,6 +68,7 @@ private:
     bool m_isEnding = false;
     Result<void> m_failure;
     std::atomic<bool> m_isIdle{true};
+    std::atomic<bool> m_isBehind{false};
     std::thread m_writer;
 };
 
