@@ -20,14 +20,15 @@ namespace {
 
 constexpr int kStartLimit = 10'000; // milliseconds
 
-std::string besideThisProgram()
+/// Of the running program, with a slash at its end; empty when it cannot be told.
+std::string programFolder()
 {
     std::array<char, PATH_MAX> path{};
     const auto length = ::readlink("/proc/self/exe", path.data(), path.size() - 1);
     if (length <= 0)
         return {};
     const std::string program(path.data(), static_cast<std::size_t>(length));
-    return program.substr(0, program.rfind('/') + 1) + "vantoro-worker";
+    return program.substr(0, program.rfind('/') + 1);
 }
 
 /// What the worker gets as environment: nothing of ours but where to find 7-Zip's library.
@@ -104,8 +105,11 @@ std::string workerProgram()
         return {};
     if (const char* program = std::getenv("VANTORO_WORKER"))
         return program;
-    for (const auto& candidate : {besideThisProgram(), std::string(VANTORO_LIBEXEC_DIR "/vantoro-worker")}) {
-        if (::access(candidate.c_str(), X_OK) == 0)
+    const auto here = programFolder();
+    // In the build tree; in an installation, wherever that was moved to; where it was to be installed.
+    for (const auto& folder : {here, here + VANTORO_LIBEXEC_FROM_BIN "/", std::string(VANTORO_LIBEXEC_DIR "/")}) {
+        const auto candidate = folder + "vantoro-worker";
+        if (folder.starts_with('/') && ::access(candidate.c_str(), X_OK) == 0)
             return candidate;
     }
     return {};

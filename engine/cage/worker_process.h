@@ -11,8 +11,9 @@ namespace vantoro::cage {
 constexpr int kWorkerSocket = 3;
 constexpr int kWorkerMemory = 4;
 
-/// Path of the worker program: VANTORO_WORKER, else "vantoro-worker" beside this program, else where it is installed.
-/// Empty when there is none, or when VANTORO_CAGE=off.
+/// Path of the worker program: VANTORO_WORKER, else "vantoro-worker" beside this program, else in the
+/// installation that this program belongs to, else where it was to be installed. Empty when there is none, or when
+/// VANTORO_CAGE=off.
 std::string workerProgram();
 
 /// A running worker. Killed and reaped when it goes.
