@@ -4,8 +4,10 @@
 
 #include <array>
 #include <cerrno>
+#include <charconv>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
 
 #include <fcntl.h>
@@ -59,7 +61,7 @@ struct SpawnActions {
     posix_spawnattr_t attributes;
 };
 
-Result<pid_t> spawn(const std::string& program, int socket, int memory)
+Result<pid_t> spawn(const std::string& program, int socket, int memory, std::uint64_t dictionary)
 {
     SpawnActions spawn;
     for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
@@ -78,7 +80,8 @@ Result<pid_t> spawn(const std::string& program, int socket, int memory)
         pointers.push_back(text.data());
     pointers.push_back(nullptr);
     std::string name = "vantoro-worker";
-    std::array<char*, 2> arguments{name.data(), nullptr};
+    auto allowed = std::to_string(dictionary);
+    std::array<char*, 3> arguments{name.data(), allowed.data(), nullptr};
     pid_t pid = -1;
     const int reason
         = ::posix_spawn(&pid, program.c_str(), &spawn.actions, &spawn.attributes, arguments.data(), pointers.data());
@@ -115,13 +118,22 @@ std::string workerProgram()
     return {};
 }
 
-Result<std::unique_ptr<WorkerProcess>> WorkerProcess::start(const std::string& program, unsigned lanes)
+std::uint64_t dictionaryAllowed(int argc, char** argv)
+{
+    auto dictionary = Limits{}.dictionary;
+    if (argc > 1)
+        std::from_chars(argv[1], argv[1] + std::strlen(argv[1]), dictionary);
+    return dictionary;
+}
+
+Result<std::unique_ptr<WorkerProcess>> WorkerProcess::start(const std::string& program, unsigned lanes,
+                                                            std::uint64_t dictionary)
 {
     auto area = TRY(SharedArea::create(lanes));
     auto ends = TRY(Channel::makePair());
     auto socket = TRY(awayFromTargets(ends.second.get()));
     const auto memory = TRY(awayFromTargets(area.fd()));
-    const auto pid = TRY(spawn(program, socket.get(), memory.get()));
+    const auto pid = TRY(spawn(program, socket.get(), memory.get(), dictionary));
     std::unique_ptr<WorkerProcess> process(new WorkerProcess(pid, Channel(std::move(ends.first)), std::move(area)));
     socket = Descriptor(); // or we would never see the worker's end close
     ends.second = Descriptor();
