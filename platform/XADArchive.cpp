@@ -36,12 +36,17 @@ QString formatName(const ArchiveInfo& info)
                                     : QStringLiteral("%1, %2").arg(name(info.format), name(info.outerFormat));
 }
 
-/// Keeps the data of one entry, up to a limit.
+/// Takes the data of one entry, up to a limit, and keeps them unless it is told not to.
 class OneEntry final : public Lanes, private LaneReceiver {
 public:
-    OneEntry(qint64 limit, qint64 expected) : m_limit(limit), m_room(512 << 10)
+    enum class Keep { Data, Nothing };
+    OneEntry(qint64 limit, qint64 expected, Keep keep = Keep::Data)
+        : m_limit(limit)
+        , m_keeps(keep == Keep::Data)
+        , m_room(512 << 10)
     {
-        m_data.reserve(static_cast<qsizetype>(std::min(limit, expected))); // a claim: pages come as they are filled
+        if (m_keeps)
+            m_data.reserve(static_cast<qsizetype>(std::min(limit, expected))); // a claim: pages come as they are filled
     }
     unsigned count() const override { return 1; }
     LaneReceiver& lane(unsigned) override { return *this; }
@@ -53,9 +58,11 @@ private:
     Bytes room(std::size_t) override { return m_room; }
     Result<void> data(ConstBytes block) override
     {
-        if (m_data.size() + static_cast<qint64>(block.size()) > m_limit)
+        m_size += static_cast<qint64>(block.size());
+        if (m_size > m_limit)
             return Error{ErrorCode::LimitExceeded, "too large to look at"};
-        m_data.append(reinterpret_cast<const char*>(block.data()), static_cast<qsizetype>(block.size()));
+        if (m_keeps)
+            m_data.append(reinterpret_cast<const char*>(block.data()), static_cast<qsizetype>(block.size()));
         return {};
     }
     Result<void> end(Result<void> outcome) override
@@ -65,6 +72,8 @@ private:
     }
 
     const qint64 m_limit;
+    const bool m_keeps;
+    qint64 m_size = 0;
     std::vector<std::byte> m_room;
     QByteArray m_data;
     Result<void> m_outcome = Error{ErrorCode::Internal, "the entry was not read"};
@@ -114,6 +123,7 @@ public:
     int listingError() const override { return m_listingError; }
     void setPassword(const Secret& password) override;
     std::optional<QByteArray> contentsOfEntry(qsizetype index, qint64 limit, int* error) override;
+    bool canReadEntry(qsizetype index, qint64 enough) override;
     int extractEntry(qsizetype index, const QString& folder) override;
     void stop() override;
 
@@ -124,6 +134,7 @@ private:
     Result<void> reopen();
     Result<OpenedArchive*> readable();
     Result<QByteArray> contents(qsizetype index, qint64 limit);
+    Result<void> readInto(OneEntry& entry, qsizetype index);
 
     const QString m_path;
     const XADListingWatch m_watch;
@@ -264,18 +275,32 @@ bool EngineArchive::isEncrypted() const
     return m_hasEncryptedEntries || m_needsPassword || (m_archive && m_archive->archive().info().hasEncryptedNames);
 }
 
+Result<void> EngineArchive::readInto(OneEntry& entry, qsizetype index)
+{
+    auto& archive = TRY(readable())->archive();
+    TRY(archive.read({.selection = {{static_cast<std::uint64_t>(index)}}}, entry));
+    return entry.outcome();
+}
+
 Result<QByteArray> EngineArchive::contents(qsizetype index, qint64 limit)
 {
     if (!isEntry(index) || m_table->at(index).isFolder)
         return Error{ErrorCode::Internal, "no such file"};
-    const auto& row = m_table->at(index);
-    if (row.size > limit)
+    const auto size = m_table->at(index).size;
+    if (size > limit)
         return Error{ErrorCode::LimitExceeded, "too large to look at"};
-    OneEntry entry(limit, row.size);
-    auto& archive = TRY(readable())->archive();
-    TRY(archive.read({.selection = {{static_cast<std::uint64_t>(index)}}}, entry));
-    TRY(entry.outcome());
+    OneEntry entry(limit, size);
+    TRY(readInto(entry, index));
     return entry.takeData();
+}
+
+bool EngineArchive::canReadEntry(qsizetype index, qint64 enough)
+{
+    if (!isEntry(index) || m_table->at(index).isFolder)
+        return false;
+    OneEntry entry(enough, 0, OneEntry::Keep::Nothing);
+    const auto read = readInto(entry, index);
+    return read || read.error().code == ErrorCode::LimitExceeded;
 }
 
 std::optional<QByteArray> EngineArchive::contentsOfEntry(qsizetype index, qint64 limit, int* error)

@@ -77,6 +77,8 @@ public:
     virtual std::optional<QByteArray> contentsOfEntry(qsizetype index, qint64 limit = qint64{256} << 20,
                                                       int* error = nullptr)
         = 0;
+    /// Whether the entry's data can be had with the password: decodes its first `enough` bytes and keeps none.
+    virtual bool canReadEntry(qsizetype index, qint64 enough) = 0;
     /// Ends contentsOfEntry() or extractEntry() that runs in another thread; the next one works again. Any thread.
     virtual void stop() = 0;
     /// Extracts into the folder, beneath it the entry's own folders; existing files are not touched. 0, or a code of
