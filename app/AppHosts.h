@@ -32,10 +32,21 @@ public:
     /// Of the single-page window's table.
     virtual void setTableViewEnable(bool enable) = 0;
     virtual void showPrefsWindow() = 0;
+    virtual void showHowToUseWindow() = 0;
+    virtual void showShortcutsWindow() = 0;
+    virtual void showInfoWindow() = 0;
     /// The contents browser of the two-page window takes the archive and starts to load it.
     virtual void browseArchive(const QString& path) = 0;
     /// The compression page takes files.
     virtual void compressFiles(const QStringList& paths) = 0;
+    /// The contents browser of the main window in use has the user choose an archive.
+    virtual void chooseArchive() = 0;
+    /// The compression page of the main window in use has the user choose files.
+    virtual void chooseFilesToCompress() = 0;
+    /// False when no window shows an archive whose entries could be extracted.
+    virtual bool extractShownArchive() = 0;
+    /// Quits; asks first while an archive is being written.
+    virtual void quit() = 0;
 };
 
 }

@@ -1,7 +1,10 @@
+#include "app/AppCommands.h"
 #include "app/AppDelegate.h"
 #include "app/ApplicationService.h"
 #include "app/DesktopHosts.h"
 #include "app/ExtractionReporter.h"
+#include "app/MainWindows.h"
+#include "app/StatusMenu.h"
 #include "files/FilePanels.h"
 #include "platform/OrphanedFolders.h"
 #include "widgets/Appearance.h"
@@ -17,6 +20,8 @@ namespace {
 
 using namespace vantoro;
 using Kind = LaunchRequest::Kind;
+
+constexpr int kAfterFirstWindowMs = 300; // the tray must not delay the window
 
 enum ExitCode { kDone = 0, kFailed = 1, kUsage = 2 };
 
@@ -66,11 +71,16 @@ std::optional<ExitCode> answerWithoutDisplay(const LaunchRequest& request)
 int runApplication(const LaunchRequest& request, const QString& activationToken)
 {
     DesktopTaskWindow taskWindow;
-    DesktopMainWindows mainWindows;
-    FilePanels panels([&]() -> QWidget* { return taskWindow.window()->isVisible() ? taskWindow.window() : nullptr; });
+    MainWindows mainWindows;
+    FilePanels panels([&] {
+        QWidget* window = taskWindow.visibleWindow();
+        return window ? window : mainWindows.visibleWindow();
+    });
     PanelService::setShared(&panels);
     AppDelegate delegate(taskWindow, mainWindows, panels);
-    mainWindows.setDelegate(delegate);
+    AppCommands commands(delegate, mainWindows);
+    mainWindows.connectTo(delegate, commands);
+    StatusMenu statusMenu(delegate, mainWindows);
     ApplicationService service(delegate);
     switch (service.claimOrForward(request, activationToken)) {
     case ApplicationService::Role::Forwarded:
@@ -88,12 +98,13 @@ int runApplication(const LaunchRequest& request, const QString& activationToken)
         for (const QString& path : paths)
             delegate.applicationOpenFile(path);
     });
+    commands.followWindows();
     delegate.awakeFromNib();
     delegate.applicationDidFinishLaunching();
     service.perform(request, activationToken);
-    QTimer::singleShot(0, &taskWindow,
-                       &DesktopTaskWindow::buildEncodingList); // sorting names must not delay the window
+    QTimer::singleShot(kAfterFirstWindowMs, &statusMenu, &StatusMenu::createWhenPossible);
     const int result = QApplication::exec();
+    mainWindows.closeAll();
     PanelService::setShared(nullptr);
     return result;
 }

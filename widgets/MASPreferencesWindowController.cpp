@@ -52,18 +52,18 @@ MASPreferencesWindowController::MASPreferencesWindowController(
     , m_window(std::make_unique<Window>(*this))
     , m_stack(new QStackedWidget)
     , m_tabs(new QButtonGroup(this))
+    , m_row(new QHBoxLayout)
 {
-    auto* row = new QHBoxLayout;
-    row->setContentsMargins(theme::kSpaceL, theme::kSpaceS, theme::kSpaceL, theme::kSpaceS);
-    row->setSpacing(theme::kSpaceS);
-    row->addStretch(1);
+    m_row->setContentsMargins(theme::kSpaceL, theme::kSpaceS, theme::kSpaceL, theme::kSpaceS);
+    m_row->setSpacing(theme::kSpaceS);
+    m_row->addStretch(1);
     for (int index = 0; index < static_cast<int>(m_viewControllers.size()); ++index)
-        addTab(index, row);
-    row->addStretch(1);
+        addTab(index);
+    m_row->addStretch(1);
     auto* column = new QVBoxLayout(m_window.get());
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addLayout(row);
+    column->addLayout(m_row);
     column->addWidget(m_stack, 1);
     connect(m_tabs, &QButtonGroup::idClicked, this, &MASPreferencesWindowController::selectControllerAtIndex);
     const auto step = [this](int by) {
@@ -83,18 +83,31 @@ MASPreferencesWindowController::~MASPreferencesWindowController()
     m_window->hide(); // while the pages can still hear of it
 }
 
-void MASPreferencesWindowController::addTab(int index, QHBoxLayout* row)
+void MASPreferencesWindowController::addTab(int index)
 {
     auto* page = m_viewControllers[static_cast<std::size_t>(index)];
     auto* tab = new TabButton(page->toolbarItemImage(), page->toolbarItemLabel(), m_window.get());
     tab->setObjectName(page->identifier());
     m_tabs->addButton(tab, index);
-    row->addWidget(tab);
-    m_stack->addWidget(page->view());
+    m_row->addWidget(tab);
     if (index < 9) {
         auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + index)), m_window.get());
         connect(shortcut, &QShortcut::activated, this, [this, index] { selectControllerAtIndex(index); });
     }
+}
+
+/// The tabs stay in the middle: an empty space as wide stands before them.
+void MASPreferencesWindowController::setAccessoryView(QWidget* accessory)
+{
+    m_row->insertSpacing(0, accessory->sizeHint().width() + theme::kSpaceS);
+    m_row->addWidget(accessory);
+}
+
+void MASPreferencesWindowController::setTabsEnabled(bool enabled)
+{
+    m_areTabsEnabled = enabled;
+    for (auto* tab : m_tabs->buttons())
+        tab->setEnabled(enabled);
 }
 
 MASPreferencesViewController* MASPreferencesWindowController::selectedViewController() const
@@ -106,15 +119,20 @@ void MASPreferencesWindowController::selectControllerAtIndex(int controllerIndex
 {
     if (controllerIndex < 0 || controllerIndex >= static_cast<int>(m_viewControllers.size()))
         return;
-    if (controllerIndex == m_selected)
+    if (controllerIndex == m_selected || !m_areTabsEnabled)
         return;
+    if (m_selected >= 0)
+        emit selectionWillChange(controllerIndex);
     const bool onScreen = m_window->isVisible();
     if (auto* before = selectedViewController(); before && onScreen)
         before->viewWillDisappear();
     m_selected = controllerIndex;
+    QWidget* view = selectedViewController()->view();
+    if (m_stack->indexOf(view) < 0)
+        m_stack->addWidget(view);
     if (onScreen)
         selectedViewController()->viewWillAppear();
-    m_stack->setCurrentIndex(controllerIndex);
+    m_stack->setCurrentWidget(view);
     m_tabs->button(controllerIndex)->setChecked(true);
     emit selectionChanged(controllerIndex);
 }

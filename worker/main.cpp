@@ -9,14 +9,12 @@
 
 #include <malloc.h>
 
-int main(int argc, char** argv)
+int main()
 {
     // One arena a thread would use up the address space that the limits leave.
     ::mallopt(M_ARENA_MAX, 2);
     ::tzset();
     vantoro::preloadLibraries();
-    vantoro::Limits limits;
-    limits.dictionary = vantoro::cage::dictionaryAllowed(argc, argv);
-    const auto steps = vantoro::cage::confineThisProcess(vantoro::cage::kWorkerMemory, limits.dictionary);
-    return vantoro::cage::serve(&vantoro::openSource, steps, limits);
+    const auto steps = vantoro::cage::confineThisProcess(vantoro::cage::kWorkerMemory);
+    return vantoro::cage::serve(&vantoro::openSource, steps);
 }

@@ -44,10 +44,7 @@ Result<void> LibLzmaDecoder::step(SpanWriter& out)
     }
     if (code == LZMA_OK)
         return {};
-    auto error = lzmaError(code);
-    if (code == LZMA_MEMLIMIT_ERROR)
-        error.wanted = lzma_memusage(&m_lzma);
-    return error;
+    return lzmaError(code);
 }
 
 Error lzmaError(lzma_ret code)

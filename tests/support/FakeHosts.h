@@ -50,11 +50,23 @@ public:
     bool isSinglePageWindowVisible() const override { return singlePage; }
     void setTableViewEnable(bool enable) override { log += enable ? "enable" : "disable"; }
     void showPrefsWindow() override { log += "prefs"; }
+    void showHowToUseWindow() override { log += "how to"; }
+    void showShortcutsWindow() override { log += "shortcuts"; }
+    void showInfoWindow() override { log += "info"; }
     void browseArchive(const QString& path) override { log += "browse " + path; }
     void compressFiles(const QStringList& paths) override { log += "compress " + paths.join(' '); }
+    void chooseArchive() override { log += "choose archive"; }
+    void chooseFilesToCompress() override { log += "choose files"; }
+    bool extractShownArchive() override
+    {
+        log += "extract shown";
+        return showsArchive;
+    }
+    void quit() override { log += "quit"; }
 
     bool twoPage = false;
     bool singlePage = false;
+    bool showsArchive = false;
     QStringList log;
 };
 

@@ -1,0 +1,54 @@
+#include "app/AppWindow.h"
+
+#include "widgets/Icons.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QWindow>
+
+namespace vantoro {
+namespace {
+
+constexpr int kFrame = 40; // of a title bar and a panel's shadow, in pixels
+
+}
+
+void bringWindowToFront(QWidget& window)
+{
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.show();
+    window.raise();
+    window.activateWindow();
+    if (QWindow* handle = window.windowHandle())
+        handle->requestActivate(); // with the activation token of the call, where the desktop wants one
+}
+
+QSize sizeWithinScreen(const QWidget& window, QSize wanted)
+{
+    return wanted.boundedTo(window.screen()->availableSize() - QSize(kFrame, kFrame));
+}
+
+AppWindow::AppWindow(Escape escape) : m_escape(escape) { setWindowIcon(icons::application()); }
+
+void AppWindow::bringToFront() { bringWindowToFront(*this); }
+
+void AppWindow::resizeWithinScreen(QSize wanted) { resize(sizeWithinScreen(*this, wanted)); }
+
+void AppWindow::keyPressEvent(QKeyEvent* event)
+{
+    if (m_escape == Escape::Closes && event->key() == Qt::Key_Escape)
+        close();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void AppWindow::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton && windowHandle())
+        windowHandle()->startSystemMove();
+    else
+        QWidget::mousePressEvent(event);
+}
+
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QWidget>
+
+namespace vantoro {
+
+/// A window of the program: its icon, its way to the front, no larger than the screen, and movable by its ground.
+class AppWindow : public QWidget {
+    Q_OBJECT
+public:
+    enum class Escape { Ignored, Closes };
+    explicit AppWindow(Escape escape = Escape::Ignored);
+
+    void bringToFront();
+    /// At most what the screen has to give.
+    void resizeWithinScreen(QSize wanted);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+
+private:
+    Escape m_escape;
+};
+
+/// Shows the window, or takes it out of its icon, in front of the others and with the keyboard.
+void bringWindowToFront(QWidget& window);
+/// What the screen leaves of `wanted` for a window with its frame.
+QSize sizeWithinScreen(const QWidget& window, QSize wanted);
+
+}

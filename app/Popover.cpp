@@ -1,0 +1,76 @@
+#include "app/Popover.h"
+
+#include "widgets/Theme.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QVBoxLayout>
+
+namespace vantoro {
+namespace {
+
+constexpr int kOneClickMs = 300;
+
+}
+
+Popover::Popover(QWidget* content) : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
+{
+    setObjectName(QStringLiteral("popover"));
+    setWindowTitle(tr("Vantoro"));
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(content);
+}
+
+QRect Popover::placeFor(QSize size, const QRect& frame, const QRect& screen, Qt::LayoutDirection direction)
+{
+    QRect place(QPoint(), size);
+    if (direction == Qt::LeftToRight)
+        place.moveRight(frame.right());
+    else
+        place.moveLeft(frame.left());
+    place.moveTop(frame.bottom() + theme::kSpaceXs);
+    if (place.bottom() > screen.bottom())
+        place.moveBottom(frame.top() - theme::kSpaceXs);
+    place.moveLeft(qMax(screen.left(), qMin(place.left(), screen.right() - size.width() + 1)));
+    place.moveTop(qMax(screen.top(), qMin(place.top(), screen.bottom() - size.height() + 1)));
+    return place;
+}
+
+void Popover::showRelativeTo(const QRect& frame)
+{
+    adjustSize();
+    const QScreen* at = QGuiApplication::screenAt(frame.center());
+    const QRect area = (at ? at : QGuiApplication::primaryScreen())->availableGeometry();
+    setGeometry(placeFor(sizeHint(), frame, area, layoutDirection()));
+    show();
+    raise();
+    activateWindow();
+}
+
+bool Popover::hasJustClosed() const { return m_sinceClosed.isValid() && m_sinceClosed.elapsed() < kOneClickMs; }
+
+void Popover::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    m_sinceClosed.start();
+    emit closed();
+}
+
+void Popover::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && !isActiveWindow())
+        hide();
+}
+
+void Popover::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape)
+        hide();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+}

@@ -1,0 +1,94 @@
+#include "app/SettingsCard.h"
+
+#include "widgets/Theme.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+
+namespace vantoro {
+namespace {
+
+class Caption final : public QLabel {
+public:
+    Caption(const QString& text, QWidget* parent) : QLabel(text, parent)
+    {
+        setWordWrap(true);
+        setTextFormat(Qt::PlainText);
+        apply();
+    }
+
+protected:
+    void changeEvent(QEvent* event) override
+    {
+        QLabel::changeEvent(event);
+        if (event->type() == QEvent::ApplicationPaletteChange || event->type() == QEvent::ApplicationFontChange)
+            apply();
+    }
+
+private:
+    void apply()
+    {
+        const QPalette base = parentWidget()->palette();
+        QPalette quiet = base;
+        quiet.setColor(QPalette::WindowText, theme::colors(base).textSecondary);
+        setPalette(quiet);
+        setFont(theme::font(theme::Type::Caption, parentWidget()->font()));
+    }
+};
+
+/// A hairline between two settings.
+class Separator final : public QWidget {
+public:
+    explicit Separator(QWidget* parent) : QWidget(parent) { setFixedHeight(1); }
+
+protected:
+    void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(rect(), theme::colors(palette()).border); }
+};
+
+}
+
+QLabel* makeCaption(const QString& text, QWidget* parent) { return new Caption(text, parent); }
+
+SettingsCard::SettingsCard(QWidget* parent) : ColoredView(parent), m_column(new QVBoxLayout(this))
+{
+    setRadius(theme::kRadiusCard);
+    setBorderColor(theme::colors(palette()).border);
+    m_column->setContentsMargins(theme::kSpaceL, theme::kSpaceXs, theme::kSpaceL, theme::kSpaceXs);
+    m_column->setSpacing(0);
+}
+
+void SettingsCard::addSetting(const QString& name, const QString& sentence, QWidget* control, Lasts lasts, Place place)
+{
+    if (m_column->count() > 0)
+        m_column->addWidget(new Separator(this));
+    auto* title = new QLabel(name, this);
+    title->setBuddy(control);
+    title->setWordWrap(true);
+    auto* words = new QVBoxLayout;
+    words->setSpacing(theme::kSpaceXs / 2);
+    words->addWidget(title);
+    words->addWidget(makeCaption(sentence, this));
+    QString description = sentence;
+    if (lasts == Lasts::UntilRestart) {
+        const QString reset = tr("Until Vantoro is started again.");
+        auto* note = makeCaption(reset, this);
+        QFont slanted = note->font();
+        slanted.setItalic(true);
+        note->setFont(slanted);
+        words->addWidget(note);
+        description += QLatin1Char(' ') + reset;
+    }
+    QString plain = name;
+    control->setAccessibleName(plain.remove(QLatin1Char('&')));
+    control->setAccessibleDescription(description);
+    auto* row = new QBoxLayout(place == Place::Below ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    row->setContentsMargins(0, theme::kSpaceM, 0, theme::kSpaceM);
+    row->setSpacing(place == Place::Below ? theme::kSpaceS : theme::kSpaceL);
+    row->addLayout(words, 1);
+    row->addWidget(control, 0, place == Place::Below ? Qt::Alignment() : Qt::AlignVCenter);
+    m_column->addLayout(row);
+}
+
+}
