@@ -95,7 +95,7 @@ private:
 
 }
 
-bool PackRoutes::takesPassword() const { return m_archiveExtension == kSevenZip || m_archiveExtension == kZip; }
+bool PackRoutes::takesPassword(const QString& kind) { return kind == kSevenZip || kind == kZip; }
 
 void PackRoutes::loadFilesPath(const QStringList& paths)
 {

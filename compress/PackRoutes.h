@@ -26,7 +26,8 @@ public:
     void setMonitor(WriterMonitor* monitor) { m_monitor = monitor; }
 
     /// Whether the kind can be encrypted: "7z" and "zip".
-    bool takesPassword() const;
+    static bool takesPassword(const QString& kind);
+    bool takesPassword() const { return takesPassword(m_archiveExtension); }
     /// Appends each path that is not held yet, as text, and makes the parent of the first one the destination.
     void loadFilesPath(const QStringList& paths);
     /// Before the generic route: from the folder to the archive in it, named after the first path.

@@ -16,14 +16,17 @@
 namespace vantoro {
 namespace {
 
+/// Until `visit` answers false.
 template <class Visit> void visitSubpaths(const QString& folder, Visit visit)
 {
     namespace fs = std::filesystem;
     std::error_code error;
     fs::recursive_directory_iterator entry(QFile::encodeName(folder).toStdString(),
                                            fs::directory_options::skip_permission_denied, error);
-    for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error))
-        visit(entry->path());
+    for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
+        if (!visit(entry->path()))
+            return;
+    }
 }
 
 bool somethingExistsAt(const QString& path)
@@ -59,8 +62,10 @@ std::optional<QStringList> KXUtilities::contentsOfFolder(const QString& path)
 QStringList KXUtilities::allFilesAtPath(const QString& path)
 {
     QStringList paths;
-    visitSubpaths(path,
-                  [&](const auto& entry) { paths += QFile::decodeName(QByteArray::fromStdString(entry.string())); });
+    visitSubpaths(path, [&](const auto& entry) {
+        paths += QFile::decodeName(QByteArray::fromStdString(entry.string()));
+        return true;
+    });
     return paths;
 }
 
@@ -70,13 +75,14 @@ qint64 KXUtilities::fileSizeForPath(const QString& path)
     return ::lstat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_size : 0;
 }
 
-qint64 KXUtilities::folderSizeForPath(const QString& path)
+qint64 KXUtilities::folderSizeForPath(const QString& path, const std::atomic<bool>* stop)
 {
     qint64 sum = 0;
     visitSubpaths(path, [&](const auto& entry) {
         struct stat status = {};
         if (::lstat(entry.c_str(), &status) == 0)
             sum += status.st_size;
+        return !(stop && stop->load(std::memory_order_relaxed));
     });
     return sum;
 }

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <atomic>
 #include <optional>
 
 namespace vantoro {
@@ -19,8 +20,9 @@ public:
     static QStringList allFilesAtPath(const QString& path);
     /// Bytes of the item itself (a link's own size); 0 when it cannot be told.
     static qint64 fileSizeForPath(const QString& path);
-    /// Sum over everything below the folder, the folders' own sizes included; 0 when it does not exist.
-    static qint64 folderSizeForPath(const QString& path);
+    /// Sum over everything below the folder, the folders' own sizes included; 0 when it does not exist. Ends early,
+    /// with what was summed up by then, once `stop` is set.
+    static qint64 folderSizeForPath(const QString& path, const std::atomic<bool>* stop = nullptr);
     /// "1024 B", "1.00 KB" …; each unit begins one byte above the full unit.
     static QString sizeFormatForNumber(qint64 bytes);
     /// Whether the extension means an image that can be decoded.
