@@ -29,6 +29,8 @@ public:
     qsizetype firstNamed(std::string_view name) const;
     /// The last entry of that name: the one that a path stands for.
     qsizetype lastNamed(std::string_view name) const;
+    /// Whether a name comes more than once.
+    bool hasRepeatedNames() const { return !m_repeated.empty(); }
     /// The last entry whose placeholder has this path; null when there is none.
     KXArchiveItem* itemAtPath(const QString& path) const;
     /// Null where the archive could not be opened.
@@ -37,6 +39,7 @@ public:
 
 private:
     std::string_view relativePath(quint32 number) const override { return m_table->name(number); }
+    QString itemName(quint32 number) const override;
     std::size_t slotOf(std::string_view name) const;
     void index();
 

@@ -31,7 +31,6 @@ public:
     static std::shared_ptr<const ArchiveTree> generateTree(const KXUnarchiveWrapper& wrapper);
     static std::shared_ptr<const ArchiveTree> generateTree(std::shared_ptr<const ArchiveListing> listing,
                                                            const QString& rootPath);
-    ~ArchiveTree();
 
     bool hasChildren() const { return childCount(kRoot) > 0; }
     Node nodeCount() const { return static_cast<Node>(m_nodes.size()); }
@@ -66,15 +65,16 @@ private:
         Node parent = kNoNode;
         Node end = 0; // one past the last node beneath
         quint32 row = 0;
-        quint32 firstChild = 0; // position in m_children; the next node tells where they end
+        quint32 firstChild = 0; // position in m_children; the next node's tells where they end
     };
-    class ImpliedFolders;
 
-    ArchiveTree();
+    ArchiveTree() = default;
+    void linkChildren();
+    std::shared_ptr<const ArchiveTree> chosen(const std::vector<bool>& shows) const;
 
     std::shared_ptr<const ArchiveListing> m_listing;
-    std::shared_ptr<const ImpliedFolders> m_folders; // shared with filtered trees
-    std::vector<NodeData> m_nodes;
+    std::shared_ptr<const ItemNames> m_folders; // owns the items of implied folders; shared with filtered trees
+    std::vector<NodeData> m_nodes; // in pre-order
     std::vector<Node> m_children;
 };
 

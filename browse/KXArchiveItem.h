@@ -16,6 +16,7 @@ public:
     virtual ~ItemNames() = default;
     /// UTF-8, relative to the skeleton folder; lasts as long as this.
     virtual std::string_view relativePath(quint32 number) const = 0;
+    virtual QString itemName(quint32 number) const = 0;
     virtual QString skeletonFolder() const = 0;
 };
 
@@ -35,6 +36,8 @@ public:
     QString itemPath() const;
     /// Entries: the archive's name for it, with '/' between the parts. Implied folders: the last part.
     QString itemName() const;
+    /// In UTF-8, from the skeleton folder on; empty for the folder itself and for items that stand for themselves.
+    std::string_view relativePath() const { return m_names ? m_names->relativePath(m_number) : std::string_view(); }
     /// What a row shows: the last part of itemPath().
     QString fileName() const;
 

@@ -80,8 +80,8 @@ private:
 
     const QString m_archivePath;
     const ListingWatch m_watch;
-    std::unique_ptr<XADArchive> m_archive;
     int m_openingError = 0;
+    std::unique_ptr<XADArchive> m_archive;
     std::optional<Secret> m_password;
     QString m_tmpArchivePath;
     std::shared_ptr<const ArchiveListing> m_contents;

@@ -15,12 +15,13 @@ struct CommandRow {
     Command command;
     std::string_view options; // those it knows, between blanks
 };
-constexpr std::string_view kPassword = " --password-file --password-fd ";
+constexpr std::string_view kOpening = " --password-file --password-fd --max-dictionary ";
 constexpr auto kCommands = std::to_array<CommandRow>({
-    {"list", Command::List, " --json --sha256 --password-file --password-fd --encoding "},
+    {"list", Command::List, " --json --sha256 --password-file --password-fd --encoding --max-dictionary "},
     {"extract", Command::Extract,
-     " -o --folder --password-file --password-fd --encoding --only --keep-broken --quiet "},
-    {"test", Command::Test, kPassword},
+     " -o --folder --password-file --password-fd --encoding --only --keep-broken --quiet "
+     "--max-dictionary "},
+    {"test", Command::Test, kOpening},
     {"create", Command::Create,
      " -o --kind --level --password-file --password-fd --encrypt-names --classic-encryption --exclude --threads "
      "--reproducible --quiet "},
@@ -129,6 +130,8 @@ private:
             m_arguments.exclude.push_back(text);
         else if (name == "--level")
             m_arguments.level = parseNumber(name, text, 0, 9);
+        else if (name == "--max-dictionary")
+            m_arguments.maxDictionary = parseNumber(name, text, 1, 64 << 10);
         else if (name == "--threads")
             m_arguments.threads = parseNumber(name, text, 1, 256);
     }
@@ -224,6 +227,7 @@ Lists the entries of an archive. Nothing is written to disk.
   --password-file F  takes the password from the first line of file F
   --password-fd N    takes it from the open descriptor N
   --encoding NAME    charset of names that do not declare one: CP866, Shift_JIS, … (default: detected)
+  --max-dictionary N MiB of memory that decoding may ask for (default: 1024)
 )";
     case Command::Extract:
         return R"(usage: vantoro-cli extract [-o DIR] [--folder auto|always|never] [--password-file F | --password-fd N]
@@ -239,11 +243,16 @@ Extracts archives. Nothing that exists is overwritten: a taken name gets a numbe
   --password-file F  takes the password from the first line of file F
   --password-fd N    takes it from the open descriptor N
   --encoding NAME    charset of names that do not declare one (default: detected)
+  --max-dictionary N MiB of memory that decoding may ask for (default: 1024)
 )";
     case Command::Test:
-        return R"(usage: vantoro-cli test [--password-file F | --password-fd N] ARCHIVE...
+        return R"(usage: vantoro-cli test [--password-file F | --password-fd N] [--max-dictionary N] ARCHIVE...
 
 Decodes everything, writes nothing, and tells what is damaged.
+
+  --password-file F  takes the password from the first line of file F
+  --password-fd N    takes it from the open descriptor N
+  --max-dictionary N MiB of memory that decoding may ask for (default: 1024)
 )";
     case Command::Create:
         return R"(usage: vantoro-cli create -o OUT [--kind K] [--level 0-9] [--password-file F | --password-fd N]

@@ -28,6 +28,7 @@ struct Arguments {
     std::optional<std::string> passwordFile;
     std::optional<int> passwordFd;
     CharsetId charset = kCharsetUnknown;
+    unsigned maxDictionary = 1024; ///< MiB of history that a decoder may hold
     std::vector<std::string> only;
     bool json = false;
     bool sha256 = false;

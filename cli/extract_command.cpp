@@ -136,7 +136,7 @@ public:
     {
         passwords.begin(m_path);
         std::string missing;
-        auto opened = openArchive(m_path, {&passwords, m_cancel, {}, &missing});
+        auto opened = openArchive(m_path, {&passwords, m_cancel, limitsOf(m_arguments), &missing});
         if (!opened)
             return fail(opened.error(), missing);
         ExtractOptions options;

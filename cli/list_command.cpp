@@ -198,7 +198,7 @@ int runList(const Arguments& arguments, const CancelToken& cancel)
     PasswordSource passwords(arguments);
     passwords.begin(path);
     std::string missing;
-    auto opened = openArchive(path, {&passwords, cancel, {}, &missing});
+    auto opened = openArchive(path, {&passwords, cancel, limitsOf(arguments), &missing});
     if (!opened) {
         complain(path, {}, sentence(opened.error(), missing));
         return statusOf(opened.error());

@@ -1,5 +1,7 @@
 #include "cli/session.h"
 
+#include "cli/output.h"
+
 #include "engine/extract.h"
 
 #include <array>
@@ -178,11 +180,20 @@ Status statusOf(const Error& error)
     }
 }
 
+Limits limitsOf(const Arguments& arguments)
+{
+    Limits limits;
+    limits.dictionary = std::uint64_t{arguments.maxDictionary} << 20;
+    return limits;
+}
+
 std::string sentence(const Error& error, const std::string& missingVolume)
 {
     std::string text = describe(error.code);
     if (error.code == ErrorCode::MissingVolume && !missingVolume.empty())
         text += ": " + printable(missingVolume);
+    if (error.code == ErrorCode::LimitExceeded && error.wanted > 0)
+        text += ": " + sizeText(error.wanted) + " of memory (--max-dictionary allows it)";
     if (error.osError != 0)
         text += std::string(": ") + std::strerror(error.osError);
     return text;

@@ -28,6 +28,9 @@ int statusAfterSignals(int status);
 /// Asks a yes/no question on the terminal; nothing when there is none.
 std::optional<bool> askYesNo(const std::string& question);
 
+/// What the user lets archives ask for.
+Limits limitsOf(const Arguments& arguments);
+
 /// Which exit status an error leads to.
 Status statusOf(const Error& error);
 /// The sentence for an error: plain words, with the system's own reason for input and output, and the volume's name.

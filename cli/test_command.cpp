@@ -71,11 +71,11 @@ private:
     std::vector<std::unique_ptr<DroppingLane>> m_lanes;
 };
 
-int testOne(const std::string& path, PasswordSource& passwords, const CancelToken& cancel)
+int testOne(const Arguments& arguments, const std::string& path, PasswordSource& passwords, const CancelToken& cancel)
 {
     passwords.begin(path);
     std::string missing;
-    auto opened = openArchive(path, {&passwords, cancel, {}, &missing});
+    auto opened = openArchive(path, {&passwords, cancel, limitsOf(arguments), &missing});
     if (!opened) {
         complain(path, {}, sentence(opened.error(), missing));
         return statusOf(opened.error());
@@ -109,7 +109,7 @@ int runTest(const Arguments& arguments, const CancelToken& cancel)
     for (const auto& path : arguments.archives) {
         if (cancel.isCancelled())
             break;
-        status = std::max(status, testOne(path, passwords, cancel));
+        status = std::max(status, testOne(arguments, path, passwords, cancel));
     }
     return status;
 }

@@ -79,6 +79,7 @@ function(vantoro_qtest name)
     cmake_parse_arguments(TEST "" "" "SOURCES;LINK;LABELS" ${ARGN})
     add_executable(${name} ${TEST_SOURCES})
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    add_dependencies(${name} vantoro-worker) # archives are read through it; the two must be of one build
     # g++ 12 takes the value of an empty optional for one that is read.
     target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR})

@@ -73,7 +73,10 @@ void KXArchiveManageController::didExtractEntryWithDictionary(XADSimpleUnarchive
     const QString format = entry.isResourceFork ? tr("DO NOT extract the files \"%1\" from the archive \"%2\":\n%3")
                                                 : tr("DO NOT extract the files \"%1\" from archive \"%2\": %3");
     const QString name = stringForXADPath(entry.fileName);
-    const QString message = format.arg(name, currentArchiveName(), localizedDescriptionOfError(error));
+    // Damage that belongs to no entry: what the archive held behind it is lost.
+    const QString message = name.isEmpty() ? tr("The archive \"%1\" could not be read to its end: %2")
+                                                 .arg(currentArchiveName(), localizedDescriptionOfError(error))
+                                           : format.arg(name, currentArchiveName(), localizedDescriptionOfError(error));
     m_isErrors = true;
     m_outcome.problems += message;
     if (!m_view->displayError(message, &m_isIgnoreAll))

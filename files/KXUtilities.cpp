@@ -1,5 +1,6 @@
 #include "files/KXUtilities.h"
 
+#include "files/DateText.h"
 #include "platform/Appearance.h"
 #include "platform/PathNames.h"
 
@@ -33,13 +34,6 @@ bool somethingExistsAt(const QString& path)
 {
     const QFileInfo info(path);
     return info.exists() || info.isSymLink();
-}
-
-QString weekYear(const QDate& date)
-{
-    int year = 0;
-    date.weekNumber(&year);
-    return QStringLiteral("%1").arg(year, 4, 10, QLatin1Char('0'));
 }
 
 QString scaled(float bytes, float unit, const char* name)
@@ -122,14 +116,11 @@ quint32 KXUtilities::NSDataToUInt(const QByteArray& data)
     return value;
 }
 
-QString KXUtilities::stringShortFromDate(const QDateTime& date)
-{
-    return date.isValid() ? weekYear(date.date()) + date.toString(QStringLiteral("-MM-dd")) : QString();
-}
+QString KXUtilities::stringShortFromDate(const QDateTime& date) { return dateText(date, QStringLiteral("-MM-dd")); }
 
 QString KXUtilities::stringLongFromDate(const QDateTime& date)
 {
-    return date.isValid() ? weekYear(date.date()) + date.toString(QStringLiteral("/MM/dd HH:mm")) : QString();
+    return dateText(date, QStringLiteral("/MM/dd HH:mm"));
 }
 
 bool KXUtilities::isDarkMode() { return desktopColorScheme() == ColorScheme::Dark; }

@@ -1,102 +1,82 @@
 #include "platform/XADArchive.h"
 
 #include "platform/XADException.h"
+#include "platform/XADListing.h"
+#include "platform/XADString.h"
 
 #include "engine/extract.h"
-#include "engine/extract/entry_names.h"
-#include "engine/extract/safe_name.h"
 
 #include <QFile>
 
 #include <algorithm>
-#include <vector>
+#include <limits>
+#include <mutex>
 
 namespace vantoro {
 namespace {
 
 std::string encoded(const QString& path) { return QFile::encodeName(path).toStdString(); }
 
-struct Row {
-    std::string name; // raw at first, then cleaned
-    CharsetId charset = kCharsetUnknown;
-    PathStyle pathStyle = PathStyle::Unix;
-    bool isFolder = false;
-    XADDataForkDictionary about;
-};
-
-QDateTime dateOf(const Timestamp& time)
+QDateTime dateOf(const XADEntryTable::Row& row)
 {
-    if (!time.isSet)
+    if (!row.hasDate)
         return {};
-    const auto utc = QDateTime::fromSecsSinceEpoch(time.seconds, Qt::UTC);
-    return time.isLocal ? QDateTime(utc.date(), utc.time()) : utc.toLocalTime();
+    const auto utc = QDateTime::fromSecsSinceEpoch(row.date, Qt::UTC);
+    return row.dateIsLocal ? QDateTime(utc.date(), utc.time()) : utc.toLocalTime();
 }
 
-class RowCollector final : public EntryVisitor {
-public:
-    Result<void> visit(const Entry& entry) override
-    {
-        Row row{.name = std::string(entry.name),
-                .charset = entry.nameCharset,
-                .pathStyle = entry.pathStyle,
-                .isFolder = entry.kind == EntryKind::Folder,
-                .about = {.lastModificationDate = dateOf(entry.modified),
-                          .isEncrypted = entry.isEncrypted,
-                          .isLink = entry.kind == EntryKind::SymbolicLink || entry.kind == EntryKind::HardLink}};
-        if (entry.size)
-            row.about.fileSize = static_cast<qint64>(*entry.size);
-        if (EntryNames::isUndeclared(row.name, row.charset))
-            m_detector.add(row.name);
-        rows.push_back(std::move(row));
-        return {};
-    }
-    CharsetId charset() const { return m_detector.detect().charset; }
-
-    std::vector<Row> rows;
-
-private:
-    CharsetDetector m_detector;
-};
-
-void cleanNames(std::vector<Row>& rows, CharsetId charset)
+QString formatName(const ArchiveInfo& info)
 {
-    EntryNames names(charset);
-    NameCleaner cleaner;
-    std::string buffer;
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        const auto components = cleaner.clean(names.decoded(rows[i].name, rows[i].charset, buffer), rows[i].pathStyle);
-        rows[i].name = components && !components->empty() ? joinedName(*components) : "entry " + std::to_string(i);
-    }
+    const auto formats = supportedFormats();
+    const auto name = [&](const std::string& id) {
+        const auto row = std::ranges::find(formats, id, &FormatDescription::id);
+        return QString::fromStdString(row == formats.end() ? id : row->displayName);
+    };
+    return info.outerFormat.empty() ? name(info.format)
+                                    : QStringLiteral("%1, %2").arg(name(info.format), name(info.outerFormat));
 }
 
-/// Keeps the data of one entry, up to a limit.
+/// Takes the data of one entry, up to a limit, and keeps them unless it is told not to.
 class OneEntry final : public Lanes, private LaneReceiver {
 public:
-    explicit OneEntry(qint64 limit) : m_limit(limit), m_room(512 << 10) {}
+    enum class Keep { Data, Nothing };
+    OneEntry(qint64 limit, qint64 expected, Keep keep = Keep::Data)
+        : m_limit(limit)
+        , m_keeps(keep == Keep::Data)
+        , m_room(512 << 10)
+    {
+        if (m_keeps)
+            m_data.reserve(static_cast<qsizetype>(std::min(limit, expected))); // a claim: pages come as they are filled
+    }
     unsigned count() const override { return 1; }
     LaneReceiver& lane(unsigned) override { return *this; }
-    std::optional<QByteArray> takeData() { return m_isWhole ? std::optional(std::move(m_data)) : std::nullopt; }
+    QByteArray takeData() { return std::move(m_data); }
+    const Result<void>& outcome() const { return m_outcome; }
 
 private:
     Result<Want> begin(const Entry&) override { return Want::Data; }
     Bytes room(std::size_t) override { return m_room; }
     Result<void> data(ConstBytes block) override
     {
-        if (m_data.size() + static_cast<qint64>(block.size()) > m_limit)
+        m_size += static_cast<qint64>(block.size());
+        if (m_size > m_limit)
             return Error{ErrorCode::LimitExceeded, "too large to look at"};
-        m_data.append(reinterpret_cast<const char*>(block.data()), static_cast<qsizetype>(block.size()));
+        if (m_keeps)
+            m_data.append(reinterpret_cast<const char*>(block.data()), static_cast<qsizetype>(block.size()));
         return {};
     }
     Result<void> end(Result<void> outcome) override
     {
-        m_isWhole = outcome.has_value();
+        m_outcome = outcome;
         return {};
     }
 
     const qint64 m_limit;
+    const bool m_keeps;
+    qint64 m_size = 0;
     std::vector<std::byte> m_room;
     QByteArray m_data;
-    bool m_isWhole = false;
+    Result<void> m_outcome = Error{ErrorCode::Internal, "the entry was not read"};
 };
 
 /// The first thing that went wrong is the answer: one entry has one outcome.
@@ -120,45 +100,51 @@ private:
 
 class EngineArchive final : public XADArchive, private PasswordProvider {
 public:
-    explicit EngineArchive(const QString& path) : m_path(path) {}
+    EngineArchive(const QString& path, const XADListingWatch& watch)
+        : m_path(path)
+        , m_watch(watch)
+        , m_cancel(watch.cancel)
+    {
+    }
     Result<void> open();
 
-    qsizetype numberOfEntries() const override { return static_cast<qsizetype>(m_rows.size()); }
+    qsizetype numberOfEntries() const override { return m_table->count(); }
+    std::shared_ptr<const XADEntryTable> entryTable() const override { return m_table; }
     QString nameOfEntry(qsizetype index) const override
     {
-        const Row* row = rowAt(index);
-        return row ? QString::fromStdString(row->name) : QString();
+        return isEntry(index) ? QString::fromUtf8(m_table->name(index)) : QString();
     }
-    bool entryIsDirectory(qsizetype index) const override
-    {
-        const Row* row = rowAt(index);
-        return row && row->isFolder;
-    }
-    XADDataForkDictionary dataForkParserDictionaryForEntry(qsizetype index) const override
-    {
-        const Row* row = rowAt(index);
-        return row ? row->about : XADDataForkDictionary();
-    }
+    bool entryIsDirectory(qsizetype index) const override { return isEntry(index) && m_table->at(index).isFolder; }
+    XADDataForkDictionary dataForkParserDictionaryForEntry(qsizetype index) const override;
     QString commonTopDirectory() const override;
+    XADArchiveSummary summary() const override;
     bool isEncrypted() const override;
     bool needsPasswordToList() const override { return m_needsPassword; }
     int listingError() const override { return m_listingError; }
     void setPassword(const Secret& password) override;
-    std::optional<QByteArray> contentsOfEntry(qsizetype index, qint64 limit) override;
+    std::optional<QByteArray> contentsOfEntry(qsizetype index, qint64 limit, int* error) override;
+    bool canReadEntry(qsizetype index, qint64 enough) override;
     int extractEntry(qsizetype index, const QString& folder) override;
+    void stop() override;
 
 private:
-    const Row* rowAt(qsizetype index) const
-    {
-        return index >= 0 && index < numberOfEntries() ? &m_rows[static_cast<std::size_t>(index)] : nullptr;
-    }
+    bool isEntry(qsizetype index) const { return index >= 0 && index < numberOfEntries(); }
     Result<Secret> password(unsigned attempt) override;
     Result<void> list();
+    Result<void> reopen();
+    Result<OpenedArchive*> readable();
+    Result<QByteArray> contents(qsizetype index, qint64 limit);
+    Result<void> readInto(OneEntry& entry, qsizetype index);
 
     const QString m_path;
+    const XADListingWatch m_watch;
+    std::mutex m_cancelMutex;
+    CancelToken m_cancel; // of m_archive; stop() may come from another thread
     std::unique_ptr<OpenedArchive> m_archive;
-    std::vector<Row> m_rows;
+    std::shared_ptr<const XADEntryTable> m_table = std::make_shared<XADEntryTable>();
     CharsetId m_charset = kCharsetUtf8;
+    bool m_foundCharset = false;
+    bool m_hasEncryptedEntries = false;
     Secret m_password;
     bool m_needsPassword = false;
     int m_listingError = 0;
@@ -171,24 +157,29 @@ bool asksForPassword(const Error& error)
 
 Result<void> EngineArchive::open()
 {
-    auto opened = openArchive(encoded(m_path), {.passwords = this});
+    const auto opened = reopen();
     m_needsPassword = !opened && asksForPassword(opened.error());
-    if (!opened)
-        return opened.error();
-    m_archive = std::move(opened).value();
-    return list();
+    return opened ? list() : opened;
+}
+
+Result<void> EngineArchive::reopen()
+{
+    m_archive.reset();
+    m_archive = TRY(openArchive(encoded(m_path), {.passwords = this, .cancel = m_cancel}));
+    return {};
 }
 
 Result<void> EngineArchive::list()
 {
-    RowCollector collector;
-    const auto listed = m_archive->archive().list(collector);
+    XADListing listing(m_watch);
+    const auto listed = m_archive->archive().list(listing);
     m_needsPassword = !listed && asksForPassword(listed.error());
     m_listingError = listed ? 0 : XADException::codeForError(listed.error());
-    m_charset = collector.charset();
-    m_rows = std::move(collector.rows);
-    cleanNames(m_rows, m_charset);
-    if (!listed && m_rows.empty())
+    m_table = listing.finish();
+    m_charset = listing.charset();
+    m_foundCharset = listing.foundCharset();
+    m_hasEncryptedEntries = listing.hasEncryptedEntries();
+    if (!listed && (m_table->count() == 0 || listed.error().code == ErrorCode::Cancelled))
         return listed.error();
     return {};
 }
@@ -205,58 +196,135 @@ Result<Secret> EngineArchive::password(unsigned attempt)
 void EngineArchive::setPassword(const Secret& password)
 {
     m_password = password;
-    const bool wasListed = !m_needsPassword && !m_rows.empty();
-    m_archive.reset(); // what it remembers of passwords that failed goes with it
-    if (wasListed) {
-        if (auto opened = openArchive(encoded(m_path), {.passwords = this}))
-            m_archive = std::move(opened).value();
-    } else if (const auto opened = open(); !opened) {
+    const bool wasListed = !m_needsPassword && m_table->count() > 0;
+    // Opened anew either way: what the archive remembers of passwords that failed must go.
+    if (const auto opened = wasListed ? reopen() : open(); !opened)
         m_listingError = XADException::codeForError(opened.error());
+}
+
+void EngineArchive::stop()
+{
+    const std::lock_guard lock(m_cancelMutex);
+    m_cancel.cancel();
+}
+
+/// An archive that was stopped stays so: the next reading opens it anew.
+Result<OpenedArchive*> EngineArchive::readable()
+{
+    {
+        const std::lock_guard lock(m_cancelMutex);
+        if (m_archive && !m_cancel.isCancelled())
+            return m_archive.get();
+        m_cancel = CancelToken();
     }
+    TRY(reopen());
+    return m_archive.get();
+}
+
+XADDataForkDictionary EngineArchive::dataForkParserDictionaryForEntry(qsizetype index) const
+{
+    if (!isEntry(index))
+        return {};
+    const auto& row = m_table->at(index);
+    XADDataForkDictionary about{
+        .lastModificationDate = dateOf(row), .isEncrypted = row.isEncrypted, .isLink = row.isLink};
+    if (row.hasSize)
+        about.fileSize = row.size;
+    return about;
 }
 
 QString EngineArchive::commonTopDirectory() const
 {
-    std::string top;
-    for (const Row& row : m_rows) {
-        const auto slash = row.name.find('/');
-        if (slash == std::string::npos && !row.isFolder)
+    std::string_view top;
+    for (qsizetype i = 0; i < numberOfEntries(); ++i) {
+        const auto name = m_table->name(i);
+        const auto slash = name.find('/');
+        if (slash == std::string_view::npos && !m_table->at(i).isFolder)
             return {};
-        const auto first = row.name.substr(0, slash);
-        if (!top.empty() && top != first)
+        const auto first = name.substr(0, slash);
+        if (i > 0 && top != first)
             return {};
         top = first;
     }
-    return QString::fromStdString(top);
+    return QString::fromUtf8(top);
+}
+
+XADArchiveSummary EngineArchive::summary() const
+{
+    XADArchiveSummary summary{.entries = numberOfEntries(), .isEncrypted = isEncrypted()};
+    for (qsizetype i = 0; i < summary.entries; ++i) {
+        const auto size = m_table->at(i).size;
+        summary.totalSize += std::min(size, std::numeric_limits<qint64>::max() - summary.totalSize);
+    }
+    if (m_foundCharset)
+        summary.nameEncoding = XADString::encodingNameForEncoding(m_charset);
+    if (!m_archive)
+        return summary;
+    const ArchiveInfo& info = m_archive->archive().info();
+    summary.format = formatName(info);
+    summary.packedSize = static_cast<qint64>(m_archive->packedSize());
+    summary.volumes = static_cast<qsizetype>(m_archive->volumePaths().size());
+    summary.hasEncryptedNames = info.hasEncryptedNames;
+    summary.isSolid = info.isSolid;
+    summary.comment = QString::fromStdString(info.comment);
+    return summary;
 }
 
 bool EngineArchive::isEncrypted() const
 {
-    return m_needsPassword || (m_archive && m_archive->archive().info().hasEncryptedNames)
-        || std::any_of(m_rows.begin(), m_rows.end(), [](const Row& row) { return row.about.isEncrypted; });
+    return m_hasEncryptedEntries || m_needsPassword || (m_archive && m_archive->archive().info().hasEncryptedNames);
 }
 
-std::optional<QByteArray> EngineArchive::contentsOfEntry(qsizetype index, qint64 limit)
+Result<void> EngineArchive::readInto(OneEntry& entry, qsizetype index)
 {
-    const Row* row = rowAt(index);
-    if (!m_archive || !row || row->isFolder || row->about.fileSize.value_or(0) > limit)
-        return std::nullopt;
-    OneEntry entry(limit);
-    const auto read = m_archive->archive().read({.selection = {{static_cast<std::uint64_t>(index)}}}, entry);
-    return read ? entry.takeData() : std::nullopt;
+    auto& archive = TRY(readable())->archive();
+    TRY(archive.read({.selection = {{static_cast<std::uint64_t>(index)}}}, entry));
+    return entry.outcome();
+}
+
+Result<QByteArray> EngineArchive::contents(qsizetype index, qint64 limit)
+{
+    if (!isEntry(index) || m_table->at(index).isFolder)
+        return Error{ErrorCode::Internal, "no such file"};
+    const auto size = m_table->at(index).size;
+    if (size > limit)
+        return Error{ErrorCode::LimitExceeded, "too large to look at"};
+    OneEntry entry(limit, size);
+    TRY(readInto(entry, index));
+    return entry.takeData();
+}
+
+bool EngineArchive::canReadEntry(qsizetype index, qint64 enough)
+{
+    if (!isEntry(index) || m_table->at(index).isFolder)
+        return false;
+    OneEntry entry(enough, 0, OneEntry::Keep::Nothing);
+    const auto read = readInto(entry, index);
+    return read || read.error().code == ErrorCode::LimitExceeded;
+}
+
+std::optional<QByteArray> EngineArchive::contentsOfEntry(qsizetype index, qint64 limit, int* error)
+{
+    auto data = contents(index, limit);
+    if (error)
+        *error = data ? 0 : XADException::codeForError(data.error());
+    return data ? std::optional(std::move(data).value()) : std::nullopt;
 }
 
 int EngineArchive::extractEntry(qsizetype index, const QString& folder)
 {
-    if (!m_archive || !rowAt(index))
+    if (!isEntry(index))
         return XADException::codeForError({ErrorCode::Internal});
+    const auto archive = readable();
+    if (!archive)
+        return XADException::codeForError(archive.error());
     ExtractOptions options;
     options.destination = encoded(folder);
     options.folder = FolderMode::Never;
     options.selection = {{static_cast<std::uint64_t>(index)}};
     options.charset = m_charset;
     FirstProblem problem(m_charset);
-    const auto report = extractArchive(*m_archive, options, problem);
+    const auto report = extractArchive(**archive, options, problem);
     if (!report)
         return XADException::codeForError(report.error());
     return problem.error ? XADException::codeForError(*problem.error) : 0;
@@ -264,9 +332,9 @@ int EngineArchive::extractEntry(qsizetype index, const QString& folder)
 
 }
 
-std::unique_ptr<XADArchive> XADArchive::initWithFile(const QString& path, int* error)
+std::unique_ptr<XADArchive> XADArchive::initWithFile(const QString& path, int* error, const XADListingWatch& watch)
 {
-    auto archive = std::make_unique<EngineArchive>(path);
+    auto archive = std::make_unique<EngineArchive>(path, watch);
     const auto opened = archive->open();
     if (error)
         *error = opened ? 0 : XADException::codeForError(opened.error());

@@ -10,6 +10,9 @@ namespace vantoro {
 class XADException {
 public:
     static constexpr int kBreak = 13; ///< the user stopped; ends a job without a message
+    static constexpr int kPasswordNeeded = 14;
+    static constexpr int kWrongPassword = 15;
+    static constexpr int kTooLarge = 17; ///< a limit that the caller set was passed
 
     static int codeForError(const Error& error);
     /// A plain sentence, translated; empty for 0.

@@ -9,12 +9,14 @@
 
 #include <malloc.h>
 
-int main()
+int main(int argc, char** argv)
 {
     // One arena a thread would use up the address space that the limits leave.
     ::mallopt(M_ARENA_MAX, 2);
     ::tzset();
     vantoro::preloadLibraries();
-    const auto steps = vantoro::cage::confineThisProcess(vantoro::cage::kWorkerMemory);
-    return vantoro::cage::serve(&vantoro::openSource, steps);
+    vantoro::Limits limits;
+    limits.dictionary = vantoro::cage::dictionaryAllowed(argc, argv);
+    const auto steps = vantoro::cage::confineThisProcess(vantoro::cage::kWorkerMemory, limits.dictionary);
+    return vantoro::cage::serve(&vantoro::openSource, steps, limits);
 }

@@ -230,7 +230,7 @@ private:
 struct Plan {
     std::vector<std::uint32_t> items;
     std::vector<std::uint64_t> entries; ///< chosen, in order
-    std::vector<std::uint64_t> tooLarge;
+    std::vector<std::pair<std::uint64_t, std::uint64_t>> tooLarge; ///< entry, bytes of memory that it needs
     bool needsPassword = false;
 };
 
@@ -246,18 +246,18 @@ Result<Plan> makePlan(const Items& items, const Session& session, const ReadRequ
     }
     plan.items.reserve(plan.entries.size());
     std::string method, lastMethod;
-    bool isLastTooLarge = false;
+    std::uint64_t memory = 0;
     for (const auto entry : plan.entries) {
         TRY(session.context().cancel.check());
         if (entry >= items.count() || (!plan.items.empty() && items.handlerIndex(entry) <= plan.items.back()))
             return Error{ErrorCode::Internal, "7-Zip: the chosen entries are not sorted or not there"};
         method = items.method(entry);
         if (method != lastMethod) {
-            isLastTooLarge = memoryOf(method) > session.context().limits.dictionary;
+            memory = memoryOf(method);
             lastMethod = method;
         }
-        if (isLastTooLarge) {
-            plan.tooLarge.push_back(entry);
+        if (memory > session.context().limits.dictionary) {
+            plan.tooLarge.emplace_back(entry, memory);
             continue;
         }
         plan.needsPassword = plan.needsPassword || items.isEncrypted(entry);
@@ -268,8 +268,9 @@ Result<Plan> makePlan(const Items& items, const Session& session, const ReadRequ
 
 Result<void> deliverRest(const Plan& plan, const Items& items, Extraction& extraction, const Error& reason)
 {
-    for (const auto entry : plan.tooLarge)
-        TRY(extraction.passOver(entry, Error{ErrorCode::LimitExceeded, "7-Zip: the dictionary is too large"}));
+    for (const auto& [entry, memory] : plan.tooLarge)
+        TRY(extraction.passOver(entry,
+                                Error{ErrorCode::LimitExceeded, "7-Zip: the dictionary is too large", 0, memory}));
     for (const auto entry : plan.entries) {
         const bool isEmpty = items.isFolder(entry) || items.size(entry) == std::uint64_t{0};
         TRY(extraction.passOver(entry, isEmpty ? Result<void>{} : Result<void>{reason}));

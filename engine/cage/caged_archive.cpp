@@ -69,7 +69,7 @@ public:
     Result<void> open()
     {
         const auto lanes = std::clamp(std::thread::hardware_concurrency(), 1U, kMaxLanes);
-        m_worker = TRY(WorkerProcess::start(m_program, lanes));
+        m_worker = TRY(WorkerProcess::start(m_program, lanes, m_context.limits.dictionary));
         m_readers.clear();
         for (unsigned i = 0; i < lanes; ++i)
             m_readers.push_back(std::make_unique<RingReader>(m_worker->area(), i));

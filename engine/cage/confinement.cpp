@@ -1,5 +1,6 @@
 #include "engine/cage/confinement.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 
@@ -36,7 +37,9 @@ constexpr bool kUnderSanitizer = true;
 constexpr bool kUnderSanitizer = false;
 #endif
 
+// Beside a dictionary larger than the usual limit of 1 GiB, which is in it.
 constexpr rlim_t kAddressSpace = rlim_t{2} << 30;
+constexpr rlim_t kUsualDictionary = rlim_t{1} << 30;
 // Room for a set of several hundred volumes, each of which stays open.
 constexpr rlim_t kDescriptorLimit = 1024;
 
@@ -48,9 +51,10 @@ bool limit(__rlimit_resource resource, rlim_t value)
     return ::setrlimit(resource, &both) == 0;
 }
 
-bool setLimits()
+bool setLimits(std::uint64_t dictionary)
 {
-    const bool memory = kUnderSanitizer || limit(RLIMIT_AS, kAddressSpace);
+    const auto more = std::max<rlim_t>(dictionary, kUsualDictionary) - kUsualDictionary;
+    const bool memory = kUnderSanitizer || limit(RLIMIT_AS, kAddressSpace + more);
     return limit(RLIMIT_CORE, 0) && limit(RLIMIT_NOFILE, kDescriptorLimit) && limit(RLIMIT_FSIZE, 0) && memory;
 }
 
@@ -190,12 +194,12 @@ bool filterSystemCalls()
 
 }
 
-std::uint32_t confineThisProcess(int lastDescriptor)
+std::uint32_t confineThisProcess(int lastDescriptor, std::uint64_t dictionary)
 {
     std::uint32_t steps = 0;
     const auto note = [&steps](ConfinementStep step, bool holds) { steps |= holds ? std::uint32_t{step} : 0U; };
     note(kDescriptors, closeDescriptors(lastDescriptor));
-    note(kResourceLimits, setLimits());
+    note(kResourceLimits, setLimits(dictionary));
     note(kNoNewPrivileges, ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0);
     note(kLandlock, enterLandlock());
     note(kSystemCalls, filterSystemCalls());

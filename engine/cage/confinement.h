@@ -16,8 +16,9 @@ enum ConfinementStep : std::uint32_t {
 };
 
 /// Takes every means away from this process, step by step in the order above; a step that the kernel lacks is left out.
-/// Returns the steps that are in force. Descriptors up to `lastDescriptor` stay.
-std::uint32_t confineThisProcess(int lastDescriptor);
+/// Returns the steps that are in force. Descriptors up to `lastDescriptor` stay; a decoder may hold `dictionary` bytes
+/// of history.
+std::uint32_t confineThisProcess(int lastDescriptor, std::uint64_t dictionary = 0);
 
 /// "no Landlock, no system-call filter" for what is missing from `steps`; empty when all are in force.
 std::string missingSteps(std::uint32_t steps);

@@ -33,6 +33,7 @@ public:
         put(static_cast<std::uint8_t>(error.has_value()));
         put(static_cast<std::uint8_t>(error ? error->code : ErrorCode::Internal));
         put(static_cast<std::int32_t>(error ? error->osError : 0));
+        put(error ? error->wanted : std::uint64_t{0});
     }
     std::size_t size() const { return m_block.size(); }
     std::vector<std::byte> take() { return std::move(m_block); }
@@ -79,9 +80,10 @@ public:
         const bool isSet = small(2) != 0;
         const auto code = small(kCodes);
         const auto osError = get<std::int32_t>();
+        const auto wanted = get<std::uint64_t>();
         if (!isSet)
             return std::nullopt;
-        return Error{static_cast<ErrorCode>(code), "reported by the worker", osError};
+        return Error{static_cast<ErrorCode>(code), "reported by the worker", osError, wanted};
     }
     bool ok() const { return m_valid && m_in.ok(); }
     bool okAtEnd() const { return ok() && m_in.remaining() == 0; }

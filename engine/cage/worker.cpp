@@ -104,10 +104,11 @@ Result<SourcePtr> sourceOf(Received& received)
 /// The worker's side of one open archive.
 class Session final : public VolumeProvider, public PasswordProvider {
 public:
-    Session(Opener opener, Channel channel, SharedArea area)
+    Session(Opener opener, Channel channel, SharedArea area, const Limits& limits)
         : m_open(opener)
         , m_channel(std::move(channel))
         , m_area(std::move(area))
+        , m_limits(limits)
     {
         for (unsigned i = 0; i < m_area.lanes(); ++i)
             m_lanes.push_back(std::make_unique<RingLane>(m_area, i));
@@ -254,12 +255,12 @@ private:
 
 }
 
-int serve(Opener open, std::uint32_t confinement)
+int serve(Opener open, std::uint32_t confinement, const Limits& limits)
 {
     auto area = SharedArea::attach(kWorkerMemory);
     if (!area)
         return 1;
-    return Session(open, Channel(Descriptor(kWorkerSocket)), *std::move(area)).run(confinement);
+    return Session(open, Channel(Descriptor(kWorkerSocket)), *std::move(area), limits).run(confinement);
 }
 
 }

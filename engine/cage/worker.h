@@ -10,6 +10,6 @@ using Opener = Result<ArchivePtr> (*)(const SourcePtr& source, const OpenContext
 
 /// Serves one parent over the descriptors of worker_process.h until it goes away; called after confinement, whose steps
 /// it reports. Returns the process's exit status.
-int serve(Opener open, std::uint32_t confinement);
+int serve(Opener open, std::uint32_t confinement, const Limits& limits = {});
 
 }

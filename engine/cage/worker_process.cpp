@@ -4,8 +4,10 @@
 
 #include <array>
 #include <cerrno>
+#include <charconv>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
 
 #include <fcntl.h>
@@ -20,14 +22,15 @@ namespace {
 
 constexpr int kStartLimit = 10'000; // milliseconds
 
-std::string besideThisProgram()
+/// Of the running program, with a slash at its end; empty when it cannot be told.
+std::string programFolder()
 {
     std::array<char, PATH_MAX> path{};
     const auto length = ::readlink("/proc/self/exe", path.data(), path.size() - 1);
     if (length <= 0)
         return {};
     const std::string program(path.data(), static_cast<std::size_t>(length));
-    return program.substr(0, program.rfind('/') + 1) + "vantoro-worker";
+    return program.substr(0, program.rfind('/') + 1);
 }
 
 /// What the worker gets as environment: nothing of ours but where to find 7-Zip's library.
@@ -58,7 +61,7 @@ struct SpawnActions {
     posix_spawnattr_t attributes;
 };
 
-Result<pid_t> spawn(const std::string& program, int socket, int memory)
+Result<pid_t> spawn(const std::string& program, int socket, int memory, std::uint64_t dictionary)
 {
     SpawnActions spawn;
     for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
@@ -77,7 +80,8 @@ Result<pid_t> spawn(const std::string& program, int socket, int memory)
         pointers.push_back(text.data());
     pointers.push_back(nullptr);
     std::string name = "vantoro-worker";
-    std::array<char*, 2> arguments{name.data(), nullptr};
+    auto allowed = std::to_string(dictionary);
+    std::array<char*, 3> arguments{name.data(), allowed.data(), nullptr};
     pid_t pid = -1;
     const int reason
         = ::posix_spawn(&pid, program.c_str(), &spawn.actions, &spawn.attributes, arguments.data(), pointers.data());
@@ -104,20 +108,32 @@ std::string workerProgram()
         return {};
     if (const char* program = std::getenv("VANTORO_WORKER"))
         return program;
-    for (const auto& candidate : {besideThisProgram(), std::string(VANTORO_LIBEXEC_DIR "/vantoro-worker")}) {
-        if (::access(candidate.c_str(), X_OK) == 0)
+    const auto here = programFolder();
+    // In the build tree; in an installation, wherever that was moved to; where it was to be installed.
+    for (const auto& folder : {here, here + VANTORO_LIBEXEC_FROM_BIN "/", std::string(VANTORO_LIBEXEC_DIR "/")}) {
+        const auto candidate = folder + "vantoro-worker";
+        if (folder.starts_with('/') && ::access(candidate.c_str(), X_OK) == 0)
             return candidate;
     }
     return {};
 }
 
-Result<std::unique_ptr<WorkerProcess>> WorkerProcess::start(const std::string& program, unsigned lanes)
+std::uint64_t dictionaryAllowed(int argc, char** argv)
+{
+    auto dictionary = Limits{}.dictionary;
+    if (argc > 1)
+        std::from_chars(argv[1], argv[1] + std::strlen(argv[1]), dictionary);
+    return dictionary;
+}
+
+Result<std::unique_ptr<WorkerProcess>> WorkerProcess::start(const std::string& program, unsigned lanes,
+                                                            std::uint64_t dictionary)
 {
     auto area = TRY(SharedArea::create(lanes));
     auto ends = TRY(Channel::makePair());
     auto socket = TRY(awayFromTargets(ends.second.get()));
     const auto memory = TRY(awayFromTargets(area.fd()));
-    const auto pid = TRY(spawn(program, socket.get(), memory.get()));
+    const auto pid = TRY(spawn(program, socket.get(), memory.get(), dictionary));
     std::unique_ptr<WorkerProcess> process(new WorkerProcess(pid, Channel(std::move(ends.first)), std::move(area)));
     socket = Descriptor(); // or we would never see the worker's end close
     ends.second = Descriptor();

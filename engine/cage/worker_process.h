@@ -2,6 +2,7 @@
 
 #include "engine/cage/channel.h"
 #include "engine/cage/shared_area.h"
+#include "engine/io/cancel.h"
 
 #include <sys/types.h>
 
@@ -11,15 +12,20 @@ namespace vantoro::cage {
 constexpr int kWorkerSocket = 3;
 constexpr int kWorkerMemory = 4;
 
-/// Path of the worker program: VANTORO_WORKER, else "vantoro-worker" beside this program, else where it is installed.
-/// Empty when there is none, or when VANTORO_CAGE=off.
+/// Path of the worker program: VANTORO_WORKER, else "vantoro-worker" beside this program, else in the
+/// installation that this program belongs to, else where it was to be installed. Empty when there is none, or when
+/// VANTORO_CAGE=off.
 std::string workerProgram();
+
+/// The dictionary that the worker's command line allows; the usual one without a command line.
+std::uint64_t dictionaryAllowed(int argc, char** argv);
 
 /// A running worker. Killed and reaped when it goes.
 class WorkerProcess {
 public:
-    /// Starts `program` and waits until it is confined.
-    static Result<std::unique_ptr<WorkerProcess>> start(const std::string& program, unsigned lanes);
+    /// Starts `program` and waits until it is confined. Its decoders may hold `dictionary` bytes of history.
+    static Result<std::unique_ptr<WorkerProcess>> start(const std::string& program, unsigned lanes,
+                                                        std::uint64_t dictionary = Limits{}.dictionary);
     WorkerProcess(const WorkerProcess&) = delete;
     WorkerProcess& operator=(const WorkerProcess&) = delete;
     ~WorkerProcess();

@@ -44,7 +44,10 @@ Result<void> LibLzmaDecoder::step(SpanWriter& out)
     }
     if (code == LZMA_OK)
         return {};
-    return lzmaError(code);
+    auto error = lzmaError(code);
+    if (code == LZMA_MEMLIMIT_ERROR)
+        error.wanted = lzma_memusage(&m_lzma);
+    return error;
 }
 
 Error lzmaError(lzma_ret code)

@@ -110,7 +110,7 @@ private:
         if (needed == UINT64_MAX)
             return Error{ErrorCode::UnsupportedMethod, "lzma: chain of filters"};
         if (needed > memoryLimit())
-            return Error{ErrorCode::LimitExceeded, "lzma: dictionary larger than allowed"};
+            return Error{ErrorCode::LimitExceeded, "lzma: dictionary larger than allowed", 0, needed};
         if (const auto code = lzma_raw_decoder(&lzma, m_chain->data()); code != LZMA_OK)
             return lzmaError(code);
         return {};

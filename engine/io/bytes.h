@@ -16,22 +16,17 @@ using Bytes = std::span<std::byte>;
 using ConstBytes = std::span<const std::byte>;
 
 inline ConstBytes asBytes(std::string_view text) { return std::as_bytes(std::span(text.data(), text.size())); }
-inline std::string_view asText(ConstBytes bytes)
-{
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
+inline std::string_view asText(ConstBytes bytes) { return {reinterpret_cast<const char*>(bytes.data()), bytes.size()}; }
 
 /// Crosses between integer types; nothing when the value does not fit.
-template <std::integral To, std::integral From>
-constexpr Result<To> checkedCast(From value)
+template <std::integral To, std::integral From> constexpr Result<To> checkedCast(From value)
 {
     if (!std::in_range<To>(value))
         return Error{ErrorCode::LimitExceeded, "number out of range"};
     return static_cast<To>(value);
 }
 
-template <std::unsigned_integral T>
-constexpr Result<T> checkedAdd(T a, T b)
+template <std::unsigned_integral T> constexpr Result<T> checkedAdd(T a, T b)
 {
     if (a > std::numeric_limits<T>::max() - b)
         return Error{ErrorCode::Corrupt, "number overflows"};
@@ -78,8 +73,7 @@ public:
     ConstBytes rest() { return take(remaining()); }
 
 private:
-    template <class T>
-    T unsignedLe()
+    template <class T> T unsignedLe()
     {
         const auto part = take(sizeof(T));
         if (part.empty())
@@ -90,8 +84,7 @@ private:
             value = swapped(value);
         return value;
     }
-    template <class T>
-    T unsignedBe()
+    template <class T> T unsignedBe()
     {
         const auto part = take(sizeof(T));
         if (part.empty())
@@ -102,8 +95,7 @@ private:
             value = swapped(value);
         return value;
     }
-    template <class T>
-    static T swapped(T value)
+    template <class T> static T swapped(T value)
     {
         T result = 0;
         for (std::size_t i = 0; i < sizeof(T); ++i) {

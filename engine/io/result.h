@@ -54,21 +54,26 @@ struct Error {
     ErrorCode code = ErrorCode::Internal;
     const char* what = ""; ///< static text for the log: "zip: local header past the end"; never shown to the user
     int osError = 0; ///< errno where a system call failed
+    std::uint64_t wanted = 0; ///< bytes of memory that LimitExceeded is about, where they are known
 };
 
 /// A plain English sentence without a name, e.g. "the password is wrong"; never empty.
 const char* describe(ErrorCode code);
 
 /// A value or the reason why there is none, with the names of std::expected.
-template <class T>
-class [[nodiscard]] Result {
+template <class T> class [[nodiscard]] Result {
 public:
     Result(T value) : m_state(std::in_place_index<0>, std::move(value)) {}
     Result(Error error) : m_state(std::in_place_index<1>, error) {}
     template <class U>
-        requires(std::is_convertible_v<U &&, T> && !std::is_same_v<std::remove_cvref_t<U>, T>
-                 && !std::is_same_v<std::remove_cvref_t<U>, Error> && !std::is_same_v<std::remove_cvref_t<U>, Result>)
-    Result(U&& value) : m_state(std::in_place_index<0>, std::forward<U>(value)) {}
+    requires(
+        std::is_convertible_v<
+            U&&,
+            T> && !std::is_same_v<std::remove_cvref_t<U>, T> && !std::is_same_v<std::remove_cvref_t<U>, Error> && !std::is_same_v<std::remove_cvref_t<U>, Result>)
+        Result(U&& value)
+        : m_state(std::in_place_index<0>, std::forward<U>(value))
+    {
+    }
 
     bool has_value() const { return m_state.index() == 0; }
     explicit operator bool() const { return has_value(); }
@@ -85,8 +90,7 @@ public:
         assert(!has_value());
         return *std::get_if<1>(&m_state);
     }
-    template <class U>
-    T value_or(U&& other) const&
+    template <class U> T value_or(U&& other) const&
     {
         return has_value() ? value() : static_cast<T>(std::forward<U>(other));
     }
@@ -95,8 +99,7 @@ private:
     std::variant<T, Error> m_state;
 };
 
-template <>
-class [[nodiscard]] Result<void> {
+template <> class [[nodiscard]] Result<void> {
 public:
     Result() = default;
     Result(Error error) : m_error(error), m_failed(true) {}
@@ -115,12 +118,8 @@ private:
 };
 
 namespace detail {
-    template <class T>
-    T unwrap(Result<T>&& result)
-    {
-        return std::move(result).value();
-    }
-    inline void unwrap(Result<void>&&) {}
+template <class T> T unwrap(Result<T>&& result) { return std::move(result).value(); }
+inline void unwrap(Result<void>&&) {}
 }
 
 /// The value of a Result, or return its Error from the enclosing function.
@@ -133,8 +132,7 @@ namespace detail {
     })
 
 /// Runs what may throw (foreign code, callbacks, thread entries) and turns an exception into an Error.
-template <class F>
-auto guarded(F&& f) noexcept -> decltype(f())
+template <class F> auto guarded(F&& f) noexcept -> decltype(f())
 {
     try {
         return f();

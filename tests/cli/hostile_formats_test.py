@@ -217,6 +217,19 @@ class HostileFormats(unittest.TestCase):
     def test_rar_5(self):
         self.hold(lambda _: hostile_rars(), ".rar")
 
+    def test_a_large_dictionary_is_refused_with_its_size_unless_allowed(self):
+        with tempfile.TemporaryDirectory() as folder:
+            path = os.path.join(folder, "large.rar")
+            with open(path, "wb") as f:
+                f.write(b"Rar!\x1a\x07\x01\x00" + block(vint(1) + vint(0) + vint(0))
+                        + rar_file(data=b"not packed by anybody", size=1 << 40, compression=0x7C80))
+            p = subprocess.run([CLI, "test", path], capture_output=True, timeout=SECONDS)
+            self.assertEqual(p.returncode, 1)
+            self.assertIn(b"4.29 GB of memory", p.stderr)
+            p = subprocess.run([CLI, "test", "--max-dictionary", "4096", path], capture_output=True, timeout=SECONDS)
+            self.assertEqual(p.returncode, 1)
+            self.assertNotIn(b"of memory", p.stderr)
+
     def test_images(self):
         self.hold(hostile_isos, ".iso")
 

@@ -3,6 +3,7 @@
 [SCENARIO...]. Ends with 77 (skipped) where the desktop's tools are missing."""
 
 import io
+import json
 import os
 import signal
 import subprocess
@@ -286,18 +287,47 @@ def finished_batch_is_notified_when_nobody_looks(a):
           "one notification names what was extracted where")
 
 
-def damaged_entry_asks_and_the_rest_comes_out(a):
+def make_hurt(a):
     path = a.work / "hurt.zip"
     with zipfile.ZipFile(path, "w") as archive:
         archive.writestr("bad.txt", "0123456789")
         archive.writestr("good.txt", "good")
     path.write_bytes(path.read_bytes().replace(b"0123456789", b"0123X56789"))
+
+
+def damaged_entry_asks_and_the_rest_comes_out(a):
+    make_hurt(a)
     a.launch("hurt.zip")
     a.wait_for_focus()
     check(a.is_running(), "the damage is asked about")
     a.keys_until(lambda: not a.is_running(), "the end of the job", "Return")
     a.wait_until_done()
     check(a.names() == ["good.txt", "hurt.zip"], "the good entry and the archive are there")
+
+
+def report_opens_from_the_notification(a):
+    make_hurt(a)
+    server = subprocess.Popen(["/usr/bin/python3", os.path.join(os.path.dirname(__file__), "notification_server.py")],
+                              env=a.environment, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+    other = subprocess.Popen(["xev", "-name", "another program"], env=a.environment, stdout=subprocess.DEVNULL)
+    try:
+        check(json.loads(server.stdout.readline()) == "ready", "the notification service runs")
+        a.launch("hurt.zip")
+        a.wait_for_focus()
+        make_large(a)
+        a.keys_until((a.work / ".Vantoro1").exists, "the next job", "Return")
+        a.xdotool("windowactivate", "--sync", a.wait_for_window("another program"))
+        a.wait_until_done(60)
+        told = json.loads(server.stdout.readline())
+        check("report" in told["actions"], "the notification offers the report")
+        server.stdin.write("%d report\n" % told["id"])
+        server.stdin.flush()
+        a.wait_for_window("Report")
+    finally:
+        other.kill()
+        other.wait()
+        server.stdin.close()
+        server.wait()
 
 
 def full_disk_says_so_and_leaves_nothing(a):
@@ -364,7 +394,7 @@ def help_needs_no_display(a):
 SCENARIOS = [value for value in list(globals().values())
              if callable(value) and getattr(value, "__module__", "") == __name__
              and getattr(value, "__code__", None) and value.__code__.co_varnames[:1] == ("a",)
-             and value.__name__ not in ("read_only_folder", "to_the_not_writable_panel", "make_large")]
+             and value.__name__ not in ("read_only_folder", "to_the_not_writable_panel", "make_large", "make_hurt")]
 
 
 def run(scenario, desktop, program):

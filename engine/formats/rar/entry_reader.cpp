@@ -261,7 +261,7 @@ Result<void> RarEntryReader::decodeOne(std::uint32_t index, RarCheckedSink& sink
         outcome = decodeStored(member, *packed, sink);
     } else {
         if (link.window > m_shelf.limits.dictionary)
-            return Error{ErrorCode::LimitExceeded, "rar: dictionary"};
+            return Error{ErrorCode::LimitExceeded, "rar: dictionary", 0, link.window};
         auto& codec = codecFor(member.method);
         RarCodecEntry entry;
         entry.size = member.size;

@@ -226,12 +226,12 @@ extern "C" ssize_t recvmsg(int socket, msghdr* message, int flags)
     return length;
 }
 
-int main(int argc, char**)
+int main()
 {
     if (const char* zone = std::getenv("TZ"); zone && std::string_view(zone) == "dead")
         __builtin_trap(); // the cage lets nobody send a signal
     // Without confinement the same behaviour must succeed, or the tests would prove nothing: see cage_test.
-    const bool isFree = argc > 1 || std::getenv("TZ") != nullptr;
+    const bool isFree = std::getenv("TZ") != nullptr;
     const auto steps = isFree ? 0 : vantoro::cage::confineThisProcess(vantoro::cage::kWorkerMemory);
     return vantoro::cage::serve(&openHostile, steps);
 }

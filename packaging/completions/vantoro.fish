@@ -1,0 +1,10 @@
+# Completion of vantoro for fish.
+complete -c vantoro -l extract-here -d 'Extract each archive beside itself'
+complete -c vantoro -l extract-to -x -a '(__fish_complete_directories)' -d 'Extract into a folder'
+complete -c vantoro -l extract-to-desktop -d 'Extract into the Desktop folder'
+complete -c vantoro -l extract-ask -d 'Ask where to extract'
+complete -c vantoro -l extract -d 'Extract to where the settings say'
+complete -c vantoro -l compress -d 'Make an archive of the files'
+complete -c vantoro -l dbus-service -d 'Wait for calls on the session bus'
+complete -c vantoro -s h -l help -d 'Show help'
+complete -c vantoro -l version -d 'Show the version'
