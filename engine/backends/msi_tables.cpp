@@ -146,6 +146,7 @@ public:
         }
         std::sort(numbered.begin(), numbered.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
         std::vector<Column> columns;
+        columns.reserve(numbered.size());
         for (auto& [number, column] : numbered)
             columns.push_back(std::move(column));
         return Table::read(*std::move(data), std::move(columns), m_pool);

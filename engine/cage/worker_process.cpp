@@ -76,6 +76,7 @@ Result<pid_t> spawn(const std::string& program, int socket, int memory, std::uin
     ::posix_spawnattr_setflags(&spawn.attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK);
     auto environment = workerEnvironment();
     std::vector<char*> pointers;
+    pointers.reserve(environment.size() + 1);
     for (auto& text : environment)
         pointers.push_back(text.data());
     pointers.push_back(nullptr);

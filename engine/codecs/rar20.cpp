@@ -103,7 +103,7 @@ private:
     std::size_t m_sound = 0; // position behind the last symbol that was certainly whole
     bool m_hasTables = false;
     bool m_isAudio = false;
-    std::array<std::uint8_t, kAudioSymbols * 4> m_lengths{};
+    std::array<std::uint8_t, kAudioSymbols * std::size_t{4}> m_lengths{};
     PrefixCode m_main, m_distance, m_repeat;
     std::array<std::uint64_t, 4> m_distances{}; // newest first
     unsigned m_lastLength = 0;

@@ -72,7 +72,7 @@ std::array<std::byte, ZipAes::kCheckSize> ZipAes::check(std::string_view passwor
 Result<void> ZipAes::derive(std::string_view password, ConstBytes salt, unsigned strength,
                             std::array<std::byte, kCheckSize>& check)
 {
-    std::array<std::byte, 2 * 32 + kCheckSize> derived;
+    std::array<std::byte, std::size_t{2} * 32 + kCheckSize> derived;
     const auto size = keySize(strength);
     const auto used = Bytes(derived).first(2 * size + kCheckSize);
     pbkdf2Sha1(asBytes(password), salt, kRounds, used);
