@@ -2,9 +2,10 @@
 _vantoro_cli_options()
 {
     case $1 in
-    list) echo "--json --sha256 --password-file --password-fd --encoding" ;;
-    extract) echo "-o --folder --password-file --password-fd --encoding --only --keep-broken --quiet" ;;
-    test) echo "--password-file --password-fd" ;;
+    list) echo "--json --sha256 --password-file --password-fd --encoding --max-dictionary" ;;
+    extract) echo "-o --folder --password-file --password-fd --encoding --only --keep-broken --quiet" \
+        "--max-dictionary" ;;
+    test) echo "--password-file --password-fd --max-dictionary" ;;
     create) echo "-o --kind --level --password-file --password-fd --encrypt-names --classic-encryption --exclude" \
         "--threads --reproducible --quiet" ;;
     formats) echo "--json" ;;
@@ -27,7 +28,7 @@ _vantoro_cli()
         words="0 1 2 3 4 5 6 7 8 9"
     elif [[ $previous == --encoding ]]; then
         words="UTF-8 Shift_JIS EUC-JP GB18030 Big5 EUC-KR CP866 CP437 CP850 windows-1251 windows-1252"
-    elif [[ $previous == --@(password-fd|threads|only|exclude) ]]; then
+    elif [[ $previous == --@(password-fd|max-dictionary|threads|only|exclude) ]]; then
         return
     elif [[ $current == -* && " ${COMP_WORDS[*]:1:COMP_CWORD-1} " != *" -- "* ]]; then
         words=$(_vantoro_cli_options "$command")

@@ -12,6 +12,7 @@ complete -c vantoro-cli -s h -l help -d 'Show help'
 set -l with_password '__fish_seen_subcommand_from list extract test create'
 complete -c vantoro-cli -n $with_password -l password-file -r -F -d 'Take the password from the first line of a file'
 complete -c vantoro-cli -n $with_password -l password-fd -x -d 'Take the password from an open descriptor'
+complete -c vantoro-cli -n '__fish_seen_subcommand_from list extract test' -l max-dictionary -x -d 'MiB of memory that decoding may ask for'
 set -l charsets UTF-8 Shift_JIS EUC-JP GB18030 Big5 EUC-KR CP866 CP437 CP850 windows-1251 windows-1252
 complete -c vantoro-cli -n '__fish_seen_subcommand_from list extract' -l encoding -x -a "$charsets" -d 'Charset of names that do not declare one'
 

@@ -1,0 +1,916 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de">
+<context>
+    <name>AppSandboxFileAccess</name>
+    <message>
+        <source>Allow Access</source>
+        <translation>Zugriff erlauben</translation>
+    </message>
+    <message>
+        <source>%1 needs to access this path to continue. Click Allow to continue.</source>
+        <translation>%1 benötigt Zugriff auf diesen Ort, um fortzufahren. Klicken Sie auf „Erlauben“.</translation>
+    </message>
+    <message>
+        <source>Allow</source>
+        <translation>Erlauben</translation>
+    </message>
+</context>
+<context>
+    <name>Charset</name>
+    <message>
+        <source>Unicode (UTF-8)</source>
+        <translation>Unicode (UTF-8)</translation>
+    </message>
+    <message>
+        <source>Western (ISO Latin 1)</source>
+        <translation>Westeuropäisch (ISO Latin 1)</translation>
+    </message>
+    <message>
+        <source>Western (Windows 1252)</source>
+        <translation>Westeuropäisch (Windows 1252)</translation>
+    </message>
+    <message>
+        <source>Western (DOS 437)</source>
+        <translation>Westeuropäisch (DOS 437)</translation>
+    </message>
+    <message>
+        <source>Western (DOS 850)</source>
+        <translation>Westeuropäisch (DOS 850)</translation>
+    </message>
+    <message>
+        <source>Western (Mac OS Roman)</source>
+        <translation>Westeuropäisch (Mac OS Roman)</translation>
+    </message>
+    <message>
+        <source>Western (ISO Latin 9)</source>
+        <translation>Westeuropäisch (ISO Latin 9)</translation>
+    </message>
+    <message>
+        <source>Japanese (Shift JIS)</source>
+        <translation>Japanisch (Shift JIS)</translation>
+    </message>
+    <message>
+        <source>Japanese (EUC)</source>
+        <translation>Japanisch (EUC)</translation>
+    </message>
+    <message>
+        <source>Japanese (ISO 2022-JP)</source>
+        <translation>Japanisch (ISO 2022-JP)</translation>
+    </message>
+    <message>
+        <source>Chinese, simplified (GBK)</source>
+        <translation>Chinesisch, vereinfacht (GBK)</translation>
+    </message>
+    <message>
+        <source>Chinese, simplified (GB 18030)</source>
+        <translation>Chinesisch, vereinfacht (GB 18030)</translation>
+    </message>
+    <message>
+        <source>Chinese, traditional (Big 5)</source>
+        <translation>Chinesisch, traditionell (Big 5)</translation>
+    </message>
+    <message>
+        <source>Korean (EUC, Windows 949)</source>
+        <translation>Koreanisch (EUC, Windows 949)</translation>
+    </message>
+    <message>
+        <source>Cyrillic (Windows 1251)</source>
+        <translation>Kyrillisch (Windows 1251)</translation>
+    </message>
+    <message>
+        <source>Cyrillic (DOS 866)</source>
+        <translation>Kyrillisch (DOS 866)</translation>
+    </message>
+    <message>
+        <source>Cyrillic (KOI8-R)</source>
+        <translation>Kyrillisch (KOI8-R)</translation>
+    </message>
+    <message>
+        <source>Cyrillic (KOI8-U)</source>
+        <translation>Kyrillisch (KOI8-U)</translation>
+    </message>
+    <message>
+        <source>Cyrillic (ISO 8859-5)</source>
+        <translation>Kyrillisch (ISO 8859-5)</translation>
+    </message>
+    <message>
+        <source>Cyrillic (Mac OS)</source>
+        <translation>Kyrillisch (Mac OS)</translation>
+    </message>
+    <message>
+        <source>Central European (Windows 1250)</source>
+        <translation>Mitteleuropäisch (Windows 1250)</translation>
+    </message>
+    <message>
+        <source>Central European (DOS 852)</source>
+        <translation>Mitteleuropäisch (DOS 852)</translation>
+    </message>
+    <message>
+        <source>Central European (ISO Latin 2)</source>
+        <translation>Mitteleuropäisch (ISO Latin 2)</translation>
+    </message>
+    <message>
+        <source>Central European (Mac OS)</source>
+        <translation>Mitteleuropäisch (Mac OS)</translation>
+    </message>
+    <message>
+        <source>Greek (Windows 1253)</source>
+        <translation>Griechisch (Windows 1253)</translation>
+    </message>
+    <message>
+        <source>Greek (ISO 8859-7)</source>
+        <translation>Griechisch (ISO 8859-7)</translation>
+    </message>
+    <message>
+        <source>Greek (DOS 737)</source>
+        <translation>Griechisch (DOS 737)</translation>
+    </message>
+    <message>
+        <source>Turkish (Windows 1254)</source>
+        <translation>Türkisch (Windows 1254)</translation>
+    </message>
+    <message>
+        <source>Turkish (ISO Latin 5)</source>
+        <translation>Türkisch (ISO Latin 5)</translation>
+    </message>
+    <message>
+        <source>Turkish (DOS 857)</source>
+        <translation>Türkisch (DOS 857)</translation>
+    </message>
+    <message>
+        <source>Hebrew (Windows 1255)</source>
+        <translation>Hebräisch (Windows 1255)</translation>
+    </message>
+    <message>
+        <source>Hebrew (ISO 8859-8)</source>
+        <translation>Hebräisch (ISO 8859-8)</translation>
+    </message>
+    <message>
+        <source>Hebrew (DOS 862)</source>
+        <translation>Hebräisch (DOS 862)</translation>
+    </message>
+    <message>
+        <source>Arabic (Windows 1256)</source>
+        <translation>Arabisch (Windows 1256)</translation>
+    </message>
+    <message>
+        <source>Arabic (ISO 8859-6)</source>
+        <translation>Arabisch (ISO 8859-6)</translation>
+    </message>
+    <message>
+        <source>Arabic (DOS 864)</source>
+        <translation>Arabisch (DOS 864)</translation>
+    </message>
+    <message>
+        <source>Baltic (Windows 1257)</source>
+        <translation>Baltisch (Windows 1257)</translation>
+    </message>
+    <message>
+        <source>Baltic (ISO Latin 4)</source>
+        <translation>Baltisch (ISO Latin 4)</translation>
+    </message>
+    <message>
+        <source>Baltic (ISO Latin 7)</source>
+        <translation>Baltisch (ISO Latin 7)</translation>
+    </message>
+    <message>
+        <source>Baltic (DOS 775)</source>
+        <translation>Baltisch (DOS 775)</translation>
+    </message>
+    <message>
+        <source>Vietnamese (Windows 1258)</source>
+        <translation>Vietnamesisch (Windows 1258)</translation>
+    </message>
+    <message>
+        <source>Thai (Windows 874)</source>
+        <translation>Thailändisch (Windows 874)</translation>
+    </message>
+    <message>
+        <source>South European (ISO Latin 3)</source>
+        <translation>Südeuropäisch (ISO Latin 3)</translation>
+    </message>
+    <message>
+        <source>Nordic (ISO Latin 6)</source>
+        <translation>Nordisch (ISO Latin 6)</translation>
+    </message>
+    <message>
+        <source>Celtic (ISO Latin 8)</source>
+        <translation>Keltisch (ISO Latin 8)</translation>
+    </message>
+    <message>
+        <source>Nordic (DOS 865)</source>
+        <translation>Nordisch (DOS 865)</translation>
+    </message>
+    <message>
+        <source>Portuguese (DOS 860)</source>
+        <translation>Portugiesisch (DOS 860)</translation>
+    </message>
+    <message>
+        <source>Canadian French (DOS 863)</source>
+        <translation>Kanadisches Französisch (DOS 863)</translation>
+    </message>
+    <message>
+        <source>Icelandic (DOS 861)</source>
+        <translation>Isländisch (DOS 861)</translation>
+    </message>
+</context>
+<context>
+    <name>CommandLine</name>
+    <message>
+        <source>there is no option &quot;%1&quot;</source>
+        <translation>die Option „%1“ gibt es nicht</translation>
+    </message>
+    <message>
+        <source>&quot;--extract-to&quot; needs a folder</source>
+        <translation>„--extract-to“ verlangt einen Ordner</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a file here</source>
+        <translation>„%1“ ist keine lokale Datei</translation>
+    </message>
+    <message>
+        <source>no archive is given</source>
+        <translation>es ist kein Archiv angegeben</translation>
+    </message>
+    <message>
+        <source>Usage: vantoro [OPTION] [FILE...]
+
+Opens archives: extracts them, or shows them if the settings say so.
+Without an archive the main window is shown.
+
+  --extract-here         extract each archive beside itself
+  --extract-to FOLDER    extract into FOLDER
+  --extract-to-desktop   extract into the Desktop folder of the settings
+  --extract-ask          ask where to extract
+  --extract              extract to where the settings say, or ask
+  --compress             make an archive of the files
+  --dbus-service         wait for calls on the session bus
+  -h, --help             show this help
+  --version              show the version
+  --                     everything after this is a file
+
+Files may be paths or file:// URIs. vantoro-cli works without a display.
+</source>
+        <translation>Aufruf: vantoro [OPTION] [DATEI...]
+
+Öffnet Archive: entpackt sie oder zeigt sie an, je nach Einstellung.
+Ohne Archiv erscheint das Hauptfenster.
+
+  --extract-here         jedes Archiv neben sich selbst entpacken
+  --extract-to ORDNER    in ORDNER entpacken
+  --extract-to-desktop   in den Schreibtisch-Ordner der Einstellungen entpacken
+  --extract-ask          nach dem Ziel fragen
+  --extract              entpacken, wohin die Einstellungen sagen, oder fragen
+  --compress             aus den Dateien ein Archiv erstellen
+  --dbus-service         auf Aufrufe über den Sitzungsbus warten
+  -h, --help             diese Hilfe anzeigen
+  --version              die Version anzeigen
+  --                     alles danach ist eine Datei
+
+Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
+</translation>
+    </message>
+</context>
+<context>
+    <name>ExtractionSummary</name>
+    <message>
+        <source>&quot;%1&quot; was extracted</source>
+        <translation>„%1“ wurde entpackt</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n archive(s) were extracted</source>
+        <translation>
+            <numerusform>%n Archiv wurde entpackt</numerusform>
+            <numerusform>%n Archive wurden entpackt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; could not be extracted</source>
+        <translation>„%1“ konnte nicht entpackt werden</translation>
+    </message>
+    <message>
+        <source>%1 of %2 archives could not be extracted</source>
+        <translation>%1 von %2 Archiven konnten nicht entpackt werden</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>und %n weiteres</numerusform>
+            <numerusform>und %n weitere</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; in %2</source>
+        <translation>„%1“ in %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n entry(s) were damaged or refused</source>
+        <translation>
+            <numerusform>%n Eintrag war beschädigt oder wurde abgelehnt</numerusform>
+            <numerusform>%n Einträge waren beschädigt oder wurden abgelehnt</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>KXUnarchiveWrapper</name>
+    <message>
+        <source>“%1” is too large to be shown: it has %2, and at most %3 are read for a preview.</source>
+        <translation>„%1“ ist zu groß für die Vorschau: Die Datei hat %2, höchstens %3 werden dafür gelesen.</translation>
+    </message>
+    <message>
+        <source>more than that</source>
+        <translation>mehr als das</translation>
+    </message>
+    <message>
+        <source>“%1” is encrypted, and the password does not fit.</source>
+        <translation>„%1“ ist verschlüsselt und das Passwort passt nicht.</translation>
+    </message>
+    <message>
+        <source>“%1” cannot be read: %2.</source>
+        <translation>„%1“ kann nicht gelesen werden: %2.</translation>
+    </message>
+</context>
+<context>
+    <name>ProgressPanel</name>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2 files</source>
+        <translation>%1 von %2 Dateien</translation>
+    </message>
+    <message>
+        <source>A few seconds left</source>
+        <translation>Noch wenige Sekunden</translation>
+    </message>
+    <message numerus="yes">
+        <source>About %n seconds left</source>
+        <translation>
+            <numerusform>Noch etwa %n Sekunde</numerusform>
+            <numerusform>Noch etwa %n Sekunden</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>About %n minute(s) left</source>
+        <translation>
+            <numerusform>Noch etwa %n Minute</numerusform>
+            <numerusform>Noch etwa %n Minuten</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>About %n hour(s) left</source>
+        <translation>
+            <numerusform>Noch etwa %n Stunde</numerusform>
+            <numerusform>Noch etwa %n Stunden</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>QFileDialog</name>
+    <message>
+        <source>Allowed files (%1)</source>
+        <translation>Erlaubte Dateien (%1)</translation>
+    </message>
+</context>
+<context>
+    <name>XADException</name>
+    <message>
+        <source>an internal error occurred</source>
+        <translation>ein interner Fehler ist aufgetreten</translation>
+    </message>
+    <message>
+        <source>stopped by the user</source>
+        <translation>vom Benutzer gestoppt</translation>
+    </message>
+    <message>
+        <source>reading the archive failed</source>
+        <translation>das Archiv konnte nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>this is not an archive of a known format</source>
+        <translation>dies ist kein Archiv eines bekannten Formats</translation>
+    </message>
+    <message>
+        <source>the archive ends too early</source>
+        <translation>das Archiv endet zu früh</translation>
+    </message>
+    <message>
+        <source>the archive is damaged</source>
+        <translation>das Archiv ist beschädigt</translation>
+    </message>
+    <message>
+        <source>the data are damaged (wrong checksum)</source>
+        <translation>die Daten sind beschädigt (falsche Prüfsumme)</translation>
+    </message>
+    <message>
+        <source>the data are damaged (wrong size)</source>
+        <translation>die Daten sind beschädigt (falsche Größe)</translation>
+    </message>
+    <message>
+        <source>the compression method is not supported</source>
+        <translation>das Kompressionsverfahren wird nicht unterstützt</translation>
+    </message>
+    <message>
+        <source>the kind of encryption is not supported</source>
+        <translation>die Art der Verschlüsselung wird nicht unterstützt</translation>
+    </message>
+    <message>
+        <source>the archive uses a feature that is not supported</source>
+        <translation>das Archiv verwendet eine nicht unterstützte Funktion</translation>
+    </message>
+    <message>
+        <source>a password is needed</source>
+        <translation>ein Passwort ist erforderlich</translation>
+    </message>
+    <message>
+        <source>the password is wrong, or the data are damaged</source>
+        <translation>das Passwort ist falsch oder die Daten sind beschädigt</translation>
+    </message>
+    <message>
+        <source>a part of the archive is missing</source>
+        <translation>ein Teil des Archivs fehlt</translation>
+    </message>
+    <message>
+        <source>the archive asks for more than is allowed</source>
+        <translation>das Archiv verlangt mehr, als erlaubt ist</translation>
+    </message>
+    <message>
+        <source>there is not enough memory</source>
+        <translation>der Speicher reicht nicht aus</translation>
+    </message>
+    <message>
+        <source>the reader for this format stopped unexpectedly</source>
+        <translation>das Leseprogramm für dieses Format wurde unerwartet beendet</translation>
+    </message>
+    <message>
+        <source>the reader for this format does not get on</source>
+        <translation>das Leseprogramm für dieses Format kommt nicht voran</translation>
+    </message>
+    <message>
+        <source>entries of the archive overlap, as in a forged archive</source>
+        <translation>Einträge des Archivs überlappen sich wie in einem gefälschten Archiv</translation>
+    </message>
+    <message>
+        <source>the name is not safe</source>
+        <translation>der Name ist nicht sicher</translation>
+    </message>
+    <message>
+        <source>the link leads out of the destination folder</source>
+        <translation>die Verknüpfung führt aus dem Zielordner hinaus</translation>
+    </message>
+    <message>
+        <source>devices, pipes and sockets are not created</source>
+        <translation>Geräte, Pipes und Sockets werden nicht angelegt</translation>
+    </message>
+    <message>
+        <source>the entry was refused</source>
+        <translation>der Eintrag wurde abgelehnt</translation>
+    </message>
+    <message>
+        <source>the name is already taken</source>
+        <translation>der Name ist bereits vergeben</translation>
+    </message>
+    <message>
+        <source>the disk is full</source>
+        <translation>der Datenträger ist voll</translation>
+    </message>
+    <message>
+        <source>writing failed</source>
+        <translation>das Schreiben ist fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>the destination folder cannot be written to</source>
+        <translation>in den Zielordner kann nicht geschrieben werden</translation>
+    </message>
+    <message>
+        <source>the destination folder has vanished</source>
+        <translation>der Zielordner ist verschwunden</translation>
+    </message>
+    <message>
+        <source>the archive would grow out of proportion</source>
+        <translation>das Archiv würde unverhältnismäßig groß</translation>
+    </message>
+    <message>
+        <source>the encoding of the file names is not known</source>
+        <translation>die Kodierung der Dateinamen ist unbekannt</translation>
+    </message>
+    <message>
+        <source>the file cannot be read</source>
+        <translation>die Datei kann nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>archives of this kind cannot be created</source>
+        <translation>Archive dieser Art können nicht erstellt werden</translation>
+    </message>
+    <message>
+        <source>something unknown follows the end of the compressed data</source>
+        <translation>auf das Ende der komprimierten Daten folgt etwas Unbekanntes</translation>
+    </message>
+    <message>
+        <source>an unknown error occurred</source>
+        <translation>ein unbekannter Fehler ist aufgetreten</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::AppDelegate</name>
+    <message>
+        <source>Select archives to extract</source>
+        <translation>Zu entpackende Archive auswählen</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Auswählen</translation>
+    </message>
+    <message>
+        <source>Please select the extracted destination</source>
+        <translation>Bitte wählen Sie das Ziel zum Entpacken</translation>
+    </message>
+    <message>
+        <source>Extract</source>
+        <translation>Entpacken</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::EncodingPanel</name>
+    <message>
+        <source>Stop</source>
+        <translation>Stoppen</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Fortfahren</translation>
+    </message>
+    <message>
+        <source>The file names in &quot;%1&quot; do not say how they are written. Choose the encoding in which this name reads right:</source>
+        <translation>Die Dateinamen in „%1“ geben ihre Kodierung nicht an. Wählen Sie die Kodierung, in der dieser Name richtig lesbar ist:</translation>
+    </message>
+    <message>
+        <source>This name would read: %1</source>
+        <translation>Dieser Name lautet dann: %1</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ExtractionReporter</name>
+    <message>
+        <source>Show in Folder</source>
+        <translation>Im Ordner zeigen</translation>
+    </message>
+    <message>
+        <source>Show Report</source>
+        <translation>Bericht anzeigen</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::HDAlert</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXArchiveContentsViewController</name>
+    <message>
+        <source>Extract</source>
+        <translation>Entpacken</translation>
+    </message>
+    <message>
+        <source>Please select the archive</source>
+        <translation>Bitte wählen Sie das Archiv</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Auswählen</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXArchiveManageController</name>
+    <message>
+        <source>DO NOT support unarchive this archive due to the format error.</source>
+        <translation>Dieses Archiv kann wegen eines Formatfehlers nicht entpackt werden.</translation>
+    </message>
+    <message>
+        <source>ERROR happened while reading the contents of the file &quot;%1&quot;: %2</source>
+        <translation>Beim Lesen des Inhalts der Datei „%1“ ist ein Fehler aufgetreten: %2</translation>
+    </message>
+    <message>
+        <source>ERROR happened while extracting the contents of the file &quot;%1&quot;: %2</source>
+        <translation>Beim Entpacken des Inhalts der Datei „%1“ ist ein Fehler aufgetreten: %2</translation>
+    </message>
+    <message>
+        <source>the result could not be moved into the folder &quot;%1&quot;</source>
+        <translation>das Ergebnis konnte nicht in den Ordner „%1“ verschoben werden</translation>
+    </message>
+    <message>
+        <source>The archive could not be moved to the Trash.</source>
+        <translation>Das Archiv konnte nicht in den Papierkorb verschoben werden.</translation>
+    </message>
+    <message>
+        <source>DO NOT extract the files &quot;%1&quot; from the archive &quot;%2&quot;:
+%3</source>
+        <translation>Die Dateien „%1“ konnten nicht aus dem Archiv „%2“ entpackt werden:
+%3</translation>
+    </message>
+    <message>
+        <source>DO NOT extract the files &quot;%1&quot; from archive &quot;%2&quot;: %3</source>
+        <translation>Die Dateien „%1“ konnten nicht aus dem Archiv „%2“ entpackt werden: %3</translation>
+    </message>
+    <message>
+        <source>The archive &quot;%1&quot; of %2 would unpack to %3. Archives that are made to fill a disk look like this.</source>
+        <translation>Das Archiv „%1“ mit %2 würde entpackt %3 belegen. So sehen Archive aus, die einen Datenträger füllen sollen.</translation>
+    </message>
+    <message>
+        <source>The contents of the archive &quot;%1&quot; need %2, but only %3 are free in the destination.</source>
+        <translation>Der Inhalt des Archivs „%1“ benötigt %2, am Ziel sind aber nur %3 frei.</translation>
+    </message>
+    <message>
+        <source>The archive &quot;%1&quot; of %2 holds %3 entries.</source>
+        <translation>Das Archiv „%1“ mit %2 enthält %3 Einträge.</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXArchiveTaskView</name>
+    <message>
+        <source>%1 (+%2 more)</source>
+        <translation>%1 (+%2 weitere)</translation>
+    </message>
+    <message>
+        <source>Preparing to extract &quot;%1&quot;</source>
+        <translation>„%1“ wird vorbereitet</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stoppen</translation>
+    </message>
+    <message>
+        <source>Extract to Desktop</source>
+        <translation>Auf den Schreibtisch entpacken</translation>
+    </message>
+    <message>
+        <source>Choose Folder…</source>
+        <translation>Ordner auswählen …</translation>
+    </message>
+    <message>
+        <source>You may not write to the folder &quot;%1&quot;. Where should &quot;%2&quot; be extracted to?</source>
+        <translation>Sie dürfen nicht in den Ordner „%1“ schreiben. Wohin soll „%2“ entpackt werden?</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Fortfahren</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Extracting &quot;%1&quot;</source>
+        <translation>„%1“ wird entpackt</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXDropArchiveView</name>
+    <message>
+        <source>Drop an archive here</source>
+        <translation>Ziehen Sie ein Archiv hierher</translation>
+    </message>
+    <message>
+        <source>to look inside, preview and extract what you need</source>
+        <translation>um hineinzusehen und zu entpacken, was Sie brauchen</translation>
+    </message>
+    <message>
+        <source>Choose an Archive…</source>
+        <translation>Archiv auswählen …</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>Information</translation>
+    </message>
+    <message>
+        <source>ONLY preview one archive at a time</source>
+        <translation>Es kann immer nur ein Archiv angezeigt werden</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXDropFilesView</name>
+    <message>
+        <source>Drop files and folders here to compress them</source>
+        <translation>Ziehen Sie Dateien und Ordner zum Komprimieren hierher</translation>
+    </message>
+    <message>
+        <source>or choose them from your folders</source>
+        <translation>oder wählen Sie sie aus Ihren Ordnern</translation>
+    </message>
+    <message>
+        <source>Add Files…</source>
+        <translation>Dateien hinzufügen …</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXEncodePopButton</name>
+    <message>
+        <source>Text encoding</source>
+        <translation>Textkodierung</translation>
+    </message>
+    <message>
+        <source>AUTO Dectect</source>
+        <translation>Automatisch erkennen</translation>
+    </message>
+    <message>
+        <source>Default encoding</source>
+        <translation>Standardkodierung</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXPackViewController</name>
+    <message>
+        <source>Compress</source>
+        <translation>Komprimieren</translation>
+    </message>
+    <message>
+        <source>Please select the files</source>
+        <translation>Bitte wählen Sie die Dateien</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Auswählen</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXTaskListsView</name>
+    <message>
+        <source>Extractions</source>
+        <translation>Entpackvorgänge</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PasswordField</name>
+    <message>
+        <source>Password</source>
+        <translation>Passwort</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on</source>
+        <translation>Die Feststelltaste ist aktiv</translation>
+    </message>
+    <message>
+        <source>Hide password</source>
+        <translation>Passwort verbergen</translation>
+    </message>
+    <message>
+        <source>Show password</source>
+        <translation>Passwort anzeigen</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PasswordPanel</name>
+    <message>
+        <source>Password &amp;encoding:</source>
+        <translation>Passwort&amp;kodierung:</translation>
+    </message>
+    <message>
+        <source>Password encoding</source>
+        <translation>Passwortkodierung</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stoppen</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Fortfahren</translation>
+    </message>
+    <message>
+        <source>Enter a PASSWORD to open the archive &quot;%1&quot;.</source>
+        <translation>Geben Sie das Passwort ein, um das Archiv „%1“ zu öffnen.</translation>
+    </message>
+    <message>
+        <source>That password is not right. Please try again.</source>
+        <translation>Das Passwort ist nicht richtig. Bitte versuchen Sie es noch einmal.</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on.</source>
+        <translation>Die Feststelltaste ist aktiv.</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ProgressOverlay</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Working</source>
+        <translation>In Arbeit</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>Stopping…</source>
+        <translation>Wird gestoppt …</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ProgressPanel</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>%1 — %2/s</source>
+        <translation>%1 – %2/s</translation>
+    </message>
+    <message>
+        <source>Stopping…</source>
+        <translation>Wird gestoppt …</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ReportWindow</name>
+    <message>
+        <source>Report</source>
+        <translation>Bericht</translation>
+    </message>
+    <message>
+        <source>Files that were refused or damaged</source>
+        <translation>Abgelehnte oder beschädigte Dateien</translation>
+    </message>
+    <message>
+        <source>&amp;Copy Report</source>
+        <translation>Bericht &amp;kopieren</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::SpinningIndicator</name>
+    <message>
+        <source>Busy</source>
+        <translation>Beschäftigt</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::StartWindow</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>Drop archives here to extract them</source>
+        <translation>Ziehen Sie Archive zum Entpacken hierher</translation>
+    </message>
+    <message>
+        <source>or choose them from your folders</source>
+        <translation>oder wählen Sie sie aus Ihren Ordnern</translation>
+    </message>
+    <message>
+        <source>Select Archives…</source>
+        <translation>Archive auswählen …</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::TaskWindow</name>
+    <message>
+        <source>Extractions</source>
+        <translation>Entpackvorgänge</translation>
+    </message>
+    <message>
+        <source>File &amp;names:</source>
+        <translation>Datei&amp;namen:</translation>
+    </message>
+    <message>
+        <source>Encoding of file names</source>
+        <translation>Kodierung der Dateinamen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n archive(s)</source>
+        <translation>
+            <numerusform>%n Archiv</numerusform>
+            <numerusform>%n Archive</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::WaitPanel</name>
+    <message>
+        <source>Waiting</source>
+        <translation>Wartet</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Cancel %1</source>
+        <translation>%1 abbrechen</translation>
+    </message>
+</context>
+</TS>

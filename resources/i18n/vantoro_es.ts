@@ -1,0 +1,916 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="es">
+<context>
+    <name>AppSandboxFileAccess</name>
+    <message>
+        <source>Allow Access</source>
+        <translation>Permitir el acceso</translation>
+    </message>
+    <message>
+        <source>%1 needs to access this path to continue. Click Allow to continue.</source>
+        <translation>%1 necesita acceder a esta ubicación para continuar. Pulse «Permitir».</translation>
+    </message>
+    <message>
+        <source>Allow</source>
+        <translation>Permitir</translation>
+    </message>
+</context>
+<context>
+    <name>Charset</name>
+    <message>
+        <source>Unicode (UTF-8)</source>
+        <translation>Unicode (UTF-8)</translation>
+    </message>
+    <message>
+        <source>Western (ISO Latin 1)</source>
+        <translation>Europeo occidental (ISO Latin 1)</translation>
+    </message>
+    <message>
+        <source>Western (Windows 1252)</source>
+        <translation>Europeo occidental (Windows 1252)</translation>
+    </message>
+    <message>
+        <source>Western (DOS 437)</source>
+        <translation>Europeo occidental (DOS 437)</translation>
+    </message>
+    <message>
+        <source>Western (DOS 850)</source>
+        <translation>Europeo occidental (DOS 850)</translation>
+    </message>
+    <message>
+        <source>Western (Mac OS Roman)</source>
+        <translation>Europeo occidental (Mac OS Roman)</translation>
+    </message>
+    <message>
+        <source>Western (ISO Latin 9)</source>
+        <translation>Europeo occidental (ISO Latin 9)</translation>
+    </message>
+    <message>
+        <source>Japanese (Shift JIS)</source>
+        <translation>Japonés (Shift JIS)</translation>
+    </message>
+    <message>
+        <source>Japanese (EUC)</source>
+        <translation>Japonés (EUC)</translation>
+    </message>
+    <message>
+        <source>Japanese (ISO 2022-JP)</source>
+        <translation>Japonés (ISO 2022-JP)</translation>
+    </message>
+    <message>
+        <source>Chinese, simplified (GBK)</source>
+        <translation>Chino simplificado (GBK)</translation>
+    </message>
+    <message>
+        <source>Chinese, simplified (GB 18030)</source>
+        <translation>Chino simplificado (GB 18030)</translation>
+    </message>
+    <message>
+        <source>Chinese, traditional (Big 5)</source>
+        <translation>Chino tradicional (Big 5)</translation>
+    </message>
+    <message>
+        <source>Korean (EUC, Windows 949)</source>
+        <translation>Coreano (EUC, Windows 949)</translation>
+    </message>
+    <message>
+        <source>Cyrillic (Windows 1251)</source>
+        <translation>Cirílico (Windows 1251)</translation>
+    </message>
+    <message>
+        <source>Cyrillic (DOS 866)</source>
+        <translation>Cirílico (DOS 866)</translation>
+    </message>
+    <message>
+        <source>Cyrillic (KOI8-R)</source>
+        <translation>Cirílico (KOI8-R)</translation>
+    </message>
+    <message>
+        <source>Cyrillic (KOI8-U)</source>
+        <translation>Cirílico (KOI8-U)</translation>
+    </message>
+    <message>
+        <source>Cyrillic (ISO 8859-5)</source>
+        <translation>Cirílico (ISO 8859-5)</translation>
+    </message>
+    <message>
+        <source>Cyrillic (Mac OS)</source>
+        <translation>Cirílico (Mac OS)</translation>
+    </message>
+    <message>
+        <source>Central European (Windows 1250)</source>
+        <translation>Centroeuropeo (Windows 1250)</translation>
+    </message>
+    <message>
+        <source>Central European (DOS 852)</source>
+        <translation>Centroeuropeo (DOS 852)</translation>
+    </message>
+    <message>
+        <source>Central European (ISO Latin 2)</source>
+        <translation>Centroeuropeo (ISO Latin 2)</translation>
+    </message>
+    <message>
+        <source>Central European (Mac OS)</source>
+        <translation>Centroeuropeo (Mac OS)</translation>
+    </message>
+    <message>
+        <source>Greek (Windows 1253)</source>
+        <translation>Griego (Windows 1253)</translation>
+    </message>
+    <message>
+        <source>Greek (ISO 8859-7)</source>
+        <translation>Griego (ISO 8859-7)</translation>
+    </message>
+    <message>
+        <source>Greek (DOS 737)</source>
+        <translation>Griego (DOS 737)</translation>
+    </message>
+    <message>
+        <source>Turkish (Windows 1254)</source>
+        <translation>Turco (Windows 1254)</translation>
+    </message>
+    <message>
+        <source>Turkish (ISO Latin 5)</source>
+        <translation>Turco (ISO Latin 5)</translation>
+    </message>
+    <message>
+        <source>Turkish (DOS 857)</source>
+        <translation>Turco (DOS 857)</translation>
+    </message>
+    <message>
+        <source>Hebrew (Windows 1255)</source>
+        <translation>Hebreo (Windows 1255)</translation>
+    </message>
+    <message>
+        <source>Hebrew (ISO 8859-8)</source>
+        <translation>Hebreo (ISO 8859-8)</translation>
+    </message>
+    <message>
+        <source>Hebrew (DOS 862)</source>
+        <translation>Hebreo (DOS 862)</translation>
+    </message>
+    <message>
+        <source>Arabic (Windows 1256)</source>
+        <translation>Árabe (Windows 1256)</translation>
+    </message>
+    <message>
+        <source>Arabic (ISO 8859-6)</source>
+        <translation>Árabe (ISO 8859-6)</translation>
+    </message>
+    <message>
+        <source>Arabic (DOS 864)</source>
+        <translation>Árabe (DOS 864)</translation>
+    </message>
+    <message>
+        <source>Baltic (Windows 1257)</source>
+        <translation>Báltico (Windows 1257)</translation>
+    </message>
+    <message>
+        <source>Baltic (ISO Latin 4)</source>
+        <translation>Báltico (ISO Latin 4)</translation>
+    </message>
+    <message>
+        <source>Baltic (ISO Latin 7)</source>
+        <translation>Báltico (ISO Latin 7)</translation>
+    </message>
+    <message>
+        <source>Baltic (DOS 775)</source>
+        <translation>Báltico (DOS 775)</translation>
+    </message>
+    <message>
+        <source>Vietnamese (Windows 1258)</source>
+        <translation>Vietnamita (Windows 1258)</translation>
+    </message>
+    <message>
+        <source>Thai (Windows 874)</source>
+        <translation>Tailandés (Windows 874)</translation>
+    </message>
+    <message>
+        <source>South European (ISO Latin 3)</source>
+        <translation>Sureuropeo (ISO Latin 3)</translation>
+    </message>
+    <message>
+        <source>Nordic (ISO Latin 6)</source>
+        <translation>Nórdico (ISO Latin 6)</translation>
+    </message>
+    <message>
+        <source>Celtic (ISO Latin 8)</source>
+        <translation>Celta (ISO Latin 8)</translation>
+    </message>
+    <message>
+        <source>Nordic (DOS 865)</source>
+        <translation>Nórdico (DOS 865)</translation>
+    </message>
+    <message>
+        <source>Portuguese (DOS 860)</source>
+        <translation>Portugués (DOS 860)</translation>
+    </message>
+    <message>
+        <source>Canadian French (DOS 863)</source>
+        <translation>Francés canadiense (DOS 863)</translation>
+    </message>
+    <message>
+        <source>Icelandic (DOS 861)</source>
+        <translation>Islandés (DOS 861)</translation>
+    </message>
+</context>
+<context>
+    <name>CommandLine</name>
+    <message>
+        <source>there is no option &quot;%1&quot;</source>
+        <translation>no existe la opción «%1»</translation>
+    </message>
+    <message>
+        <source>&quot;--extract-to&quot; needs a folder</source>
+        <translation>«--extract-to» necesita una carpeta</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a file here</source>
+        <translation>«%1» no es un archivo local</translation>
+    </message>
+    <message>
+        <source>no archive is given</source>
+        <translation>no se ha indicado ningún archivo comprimido</translation>
+    </message>
+    <message>
+        <source>Usage: vantoro [OPTION] [FILE...]
+
+Opens archives: extracts them, or shows them if the settings say so.
+Without an archive the main window is shown.
+
+  --extract-here         extract each archive beside itself
+  --extract-to FOLDER    extract into FOLDER
+  --extract-to-desktop   extract into the Desktop folder of the settings
+  --extract-ask          ask where to extract
+  --extract              extract to where the settings say, or ask
+  --compress             make an archive of the files
+  --dbus-service         wait for calls on the session bus
+  -h, --help             show this help
+  --version              show the version
+  --                     everything after this is a file
+
+Files may be paths or file:// URIs. vantoro-cli works without a display.
+</source>
+        <translation>Uso: vantoro [OPCIÓN] [ARCHIVO...]
+
+Abre archivos comprimidos: los extrae o los muestra, según los ajustes.
+Sin archivo se muestra la ventana principal.
+
+  --extract-here         extraer cada archivo junto a sí mismo
+  --extract-to CARPETA   extraer en CARPETA
+  --extract-to-desktop   extraer en la carpeta Escritorio de los ajustes
+  --extract-ask          preguntar dónde extraer
+  --extract              extraer donde digan los ajustes, o preguntar
+  --compress             crear un archivo comprimido con los archivos
+  --dbus-service         esperar llamadas en el bus de sesión
+  -h, --help             mostrar esta ayuda
+  --version              mostrar la versión
+  --                     todo lo que sigue es un archivo
+
+Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
+</translation>
+    </message>
+</context>
+<context>
+    <name>ExtractionSummary</name>
+    <message>
+        <source>&quot;%1&quot; was extracted</source>
+        <translation>Se ha extraído «%1»</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n archive(s) were extracted</source>
+        <translation>
+            <numerusform>Se ha extraído %n archivo comprimido</numerusform>
+            <numerusform>Se han extraído %n archivos comprimidos</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; could not be extracted</source>
+        <translation>No se ha podido extraer «%1»</translation>
+    </message>
+    <message>
+        <source>%1 of %2 archives could not be extracted</source>
+        <translation>No se han podido extraer %1 de %2 archivos comprimidos</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>y %n más</numerusform>
+            <numerusform>y %n más</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; in %2</source>
+        <translation>«%1» en %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n entry(s) were damaged or refused</source>
+        <translation>
+            <numerusform>%n elemento estaba dañado o se ha rechazado</numerusform>
+            <numerusform>%n elementos estaban dañados o se han rechazado</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>KXUnarchiveWrapper</name>
+    <message>
+        <source>“%1” is too large to be shown: it has %2, and at most %3 are read for a preview.</source>
+        <translation>«%1» es demasiado grande para mostrarlo: tiene %2 y la vista previa lee como máximo %3.</translation>
+    </message>
+    <message>
+        <source>more than that</source>
+        <translation>más que eso</translation>
+    </message>
+    <message>
+        <source>“%1” is encrypted, and the password does not fit.</source>
+        <translation>«%1» está cifrado y la contraseña no coincide.</translation>
+    </message>
+    <message>
+        <source>“%1” cannot be read: %2.</source>
+        <translation>No se puede leer «%1»: %2.</translation>
+    </message>
+</context>
+<context>
+    <name>ProgressPanel</name>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 de %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2 files</source>
+        <translation>%1 de %2 archivos</translation>
+    </message>
+    <message>
+        <source>A few seconds left</source>
+        <translation>Quedan unos segundos</translation>
+    </message>
+    <message numerus="yes">
+        <source>About %n seconds left</source>
+        <translation>
+            <numerusform>Queda aproximadamente %n segundo</numerusform>
+            <numerusform>Quedan aproximadamente %n segundos</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>About %n minute(s) left</source>
+        <translation>
+            <numerusform>Queda aproximadamente %n minuto</numerusform>
+            <numerusform>Quedan aproximadamente %n minutos</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>About %n hour(s) left</source>
+        <translation>
+            <numerusform>Queda aproximadamente %n hora</numerusform>
+            <numerusform>Quedan aproximadamente %n horas</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>QFileDialog</name>
+    <message>
+        <source>Allowed files (%1)</source>
+        <translation>Archivos permitidos (%1)</translation>
+    </message>
+</context>
+<context>
+    <name>XADException</name>
+    <message>
+        <source>an internal error occurred</source>
+        <translation>se ha producido un error interno</translation>
+    </message>
+    <message>
+        <source>stopped by the user</source>
+        <translation>detenido por el usuario</translation>
+    </message>
+    <message>
+        <source>reading the archive failed</source>
+        <translation>no se ha podido leer el archivo comprimido</translation>
+    </message>
+    <message>
+        <source>this is not an archive of a known format</source>
+        <translation>no es un archivo comprimido de un formato conocido</translation>
+    </message>
+    <message>
+        <source>the archive ends too early</source>
+        <translation>el archivo comprimido termina antes de tiempo</translation>
+    </message>
+    <message>
+        <source>the archive is damaged</source>
+        <translation>el archivo comprimido está dañado</translation>
+    </message>
+    <message>
+        <source>the data are damaged (wrong checksum)</source>
+        <translation>los datos están dañados (suma de comprobación incorrecta)</translation>
+    </message>
+    <message>
+        <source>the data are damaged (wrong size)</source>
+        <translation>los datos están dañados (tamaño incorrecto)</translation>
+    </message>
+    <message>
+        <source>the compression method is not supported</source>
+        <translation>el método de compresión no es compatible</translation>
+    </message>
+    <message>
+        <source>the kind of encryption is not supported</source>
+        <translation>el tipo de cifrado no es compatible</translation>
+    </message>
+    <message>
+        <source>the archive uses a feature that is not supported</source>
+        <translation>el archivo comprimido usa una función no compatible</translation>
+    </message>
+    <message>
+        <source>a password is needed</source>
+        <translation>se necesita una contraseña</translation>
+    </message>
+    <message>
+        <source>the password is wrong, or the data are damaged</source>
+        <translation>la contraseña es incorrecta o los datos están dañados</translation>
+    </message>
+    <message>
+        <source>a part of the archive is missing</source>
+        <translation>falta una parte del archivo comprimido</translation>
+    </message>
+    <message>
+        <source>the archive asks for more than is allowed</source>
+        <translation>el archivo comprimido pide más de lo permitido</translation>
+    </message>
+    <message>
+        <source>there is not enough memory</source>
+        <translation>no hay suficiente memoria</translation>
+    </message>
+    <message>
+        <source>the reader for this format stopped unexpectedly</source>
+        <translation>el lector de este formato se ha detenido inesperadamente</translation>
+    </message>
+    <message>
+        <source>the reader for this format does not get on</source>
+        <translation>el lector de este formato no avanza</translation>
+    </message>
+    <message>
+        <source>entries of the archive overlap, as in a forged archive</source>
+        <translation>hay elementos que se solapan, como en un archivo falsificado</translation>
+    </message>
+    <message>
+        <source>the name is not safe</source>
+        <translation>el nombre no es seguro</translation>
+    </message>
+    <message>
+        <source>the link leads out of the destination folder</source>
+        <translation>el enlace lleva fuera de la carpeta de destino</translation>
+    </message>
+    <message>
+        <source>devices, pipes and sockets are not created</source>
+        <translation>no se crean dispositivos, tuberías ni sockets</translation>
+    </message>
+    <message>
+        <source>the entry was refused</source>
+        <translation>el elemento se ha rechazado</translation>
+    </message>
+    <message>
+        <source>the name is already taken</source>
+        <translation>el nombre ya existe</translation>
+    </message>
+    <message>
+        <source>the disk is full</source>
+        <translation>el disco está lleno</translation>
+    </message>
+    <message>
+        <source>writing failed</source>
+        <translation>la escritura ha fallado</translation>
+    </message>
+    <message>
+        <source>the destination folder cannot be written to</source>
+        <translation>no se puede escribir en la carpeta de destino</translation>
+    </message>
+    <message>
+        <source>the destination folder has vanished</source>
+        <translation>la carpeta de destino ha desaparecido</translation>
+    </message>
+    <message>
+        <source>the archive would grow out of proportion</source>
+        <translation>el archivo comprimido crecería de forma desproporcionada</translation>
+    </message>
+    <message>
+        <source>the encoding of the file names is not known</source>
+        <translation>se desconoce la codificación de los nombres de archivo</translation>
+    </message>
+    <message>
+        <source>the file cannot be read</source>
+        <translation>no se puede leer el archivo</translation>
+    </message>
+    <message>
+        <source>archives of this kind cannot be created</source>
+        <translation>no se pueden crear archivos comprimidos de este tipo</translation>
+    </message>
+    <message>
+        <source>something unknown follows the end of the compressed data</source>
+        <translation>tras el final de los datos comprimidos hay algo desconocido</translation>
+    </message>
+    <message>
+        <source>an unknown error occurred</source>
+        <translation>se ha producido un error desconocido</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::AppDelegate</name>
+    <message>
+        <source>Select archives to extract</source>
+        <translation>Seleccione los archivos que desea extraer</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Seleccionar</translation>
+    </message>
+    <message>
+        <source>Please select the extracted destination</source>
+        <translation>Seleccione el destino de la extracción</translation>
+    </message>
+    <message>
+        <source>Extract</source>
+        <translation>Extraer</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::EncodingPanel</name>
+    <message>
+        <source>Stop</source>
+        <translation>Detener</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Continuar</translation>
+    </message>
+    <message>
+        <source>The file names in &quot;%1&quot; do not say how they are written. Choose the encoding in which this name reads right:</source>
+        <translation>Los nombres de archivo de «%1» no indican su codificación. Elija aquella con la que este nombre se lea bien:</translation>
+    </message>
+    <message>
+        <source>This name would read: %1</source>
+        <translation>Este nombre se leería: %1</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ExtractionReporter</name>
+    <message>
+        <source>Show in Folder</source>
+        <translation>Mostrar en la carpeta</translation>
+    </message>
+    <message>
+        <source>Show Report</source>
+        <translation>Mostrar el informe</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::HDAlert</name>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXArchiveContentsViewController</name>
+    <message>
+        <source>Extract</source>
+        <translation>Extraer</translation>
+    </message>
+    <message>
+        <source>Please select the archive</source>
+        <translation>Seleccione el archivo comprimido</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Seleccionar</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXArchiveManageController</name>
+    <message>
+        <source>DO NOT support unarchive this archive due to the format error.</source>
+        <translation>Este archivo no se puede extraer debido a un error de formato.</translation>
+    </message>
+    <message>
+        <source>ERROR happened while reading the contents of the file &quot;%1&quot;: %2</source>
+        <translation>Se ha producido un error al leer el contenido del archivo «%1»: %2</translation>
+    </message>
+    <message>
+        <source>ERROR happened while extracting the contents of the file &quot;%1&quot;: %2</source>
+        <translation>Se ha producido un error al extraer el contenido del archivo «%1»: %2</translation>
+    </message>
+    <message>
+        <source>the result could not be moved into the folder &quot;%1&quot;</source>
+        <translation>no se ha podido mover el resultado a la carpeta «%1»</translation>
+    </message>
+    <message>
+        <source>The archive could not be moved to the Trash.</source>
+        <translation>No se ha podido mover el archivo a la papelera.</translation>
+    </message>
+    <message>
+        <source>DO NOT extract the files &quot;%1&quot; from the archive &quot;%2&quot;:
+%3</source>
+        <translation>No se han podido extraer los archivos «%1» del archivo comprimido «%2»:
+%3</translation>
+    </message>
+    <message>
+        <source>DO NOT extract the files &quot;%1&quot; from archive &quot;%2&quot;: %3</source>
+        <translation>No se han podido extraer los archivos «%1» del archivo comprimido «%2»: %3</translation>
+    </message>
+    <message>
+        <source>The archive &quot;%1&quot; of %2 would unpack to %3. Archives that are made to fill a disk look like this.</source>
+        <translation>El archivo «%1» de %2 ocuparía %3 al extraerlo. Así son los archivos hechos para llenar un disco.</translation>
+    </message>
+    <message>
+        <source>The contents of the archive &quot;%1&quot; need %2, but only %3 are free in the destination.</source>
+        <translation>El contenido del archivo «%1» necesita %2, pero en el destino solo hay %3 libres.</translation>
+    </message>
+    <message>
+        <source>The archive &quot;%1&quot; of %2 holds %3 entries.</source>
+        <translation>El archivo «%1» de %2 contiene %3 elementos.</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXArchiveTaskView</name>
+    <message>
+        <source>%1 (+%2 more)</source>
+        <translation>%1 (+%2 más)</translation>
+    </message>
+    <message>
+        <source>Preparing to extract &quot;%1&quot;</source>
+        <translation>Preparando la extracción de «%1»</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Detener</translation>
+    </message>
+    <message>
+        <source>Extract to Desktop</source>
+        <translation>Extraer en el escritorio</translation>
+    </message>
+    <message>
+        <source>Choose Folder…</source>
+        <translation>Elegir carpeta…</translation>
+    </message>
+    <message>
+        <source>You may not write to the folder &quot;%1&quot;. Where should &quot;%2&quot; be extracted to?</source>
+        <translation>No tiene permiso para escribir en la carpeta «%1». ¿Dónde se debe extraer «%2»?</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Continuar</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
+    </message>
+    <message>
+        <source>Extracting &quot;%1&quot;</source>
+        <translation>Extrayendo «%1»</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXDropArchiveView</name>
+    <message>
+        <source>Drop an archive here</source>
+        <translation>Suelte aquí un archivo comprimido</translation>
+    </message>
+    <message>
+        <source>to look inside, preview and extract what you need</source>
+        <translation>para ver su contenido y extraer lo que necesite</translation>
+    </message>
+    <message>
+        <source>Choose an Archive…</source>
+        <translation>Elegir un archivo…</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>Información</translation>
+    </message>
+    <message>
+        <source>ONLY preview one archive at a time</source>
+        <translation>Solo se puede ver un archivo a la vez</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXDropFilesView</name>
+    <message>
+        <source>Drop files and folders here to compress them</source>
+        <translation>Suelte aquí archivos y carpetas para comprimirlos</translation>
+    </message>
+    <message>
+        <source>or choose them from your folders</source>
+        <translation>o elíjalos en sus carpetas</translation>
+    </message>
+    <message>
+        <source>Add Files…</source>
+        <translation>Añadir archivos…</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXEncodePopButton</name>
+    <message>
+        <source>Text encoding</source>
+        <translation>Codificación del texto</translation>
+    </message>
+    <message>
+        <source>AUTO Dectect</source>
+        <translation>Detección automática</translation>
+    </message>
+    <message>
+        <source>Default encoding</source>
+        <translation>Codificación predeterminada</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXPackViewController</name>
+    <message>
+        <source>Compress</source>
+        <translation>Comprimir</translation>
+    </message>
+    <message>
+        <source>Please select the files</source>
+        <translation>Seleccione los archivos</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Seleccionar</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXTaskListsView</name>
+    <message>
+        <source>Extractions</source>
+        <translation>Extracciones</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PasswordField</name>
+    <message>
+        <source>Password</source>
+        <translation>Contraseña</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on</source>
+        <translation>Bloq Mayús está activado</translation>
+    </message>
+    <message>
+        <source>Hide password</source>
+        <translation>Ocultar la contraseña</translation>
+    </message>
+    <message>
+        <source>Show password</source>
+        <translation>Mostrar la contraseña</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PasswordPanel</name>
+    <message>
+        <source>Password &amp;encoding:</source>
+        <translation>&amp;Codificación de la contraseña:</translation>
+    </message>
+    <message>
+        <source>Password encoding</source>
+        <translation>Codificación de la contraseña</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Detener</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Continuar</translation>
+    </message>
+    <message>
+        <source>Enter a PASSWORD to open the archive &quot;%1&quot;.</source>
+        <translation>Introduzca la contraseña para abrir el archivo «%1».</translation>
+    </message>
+    <message>
+        <source>That password is not right. Please try again.</source>
+        <translation>La contraseña no es correcta. Inténtelo de nuevo.</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on.</source>
+        <translation>Bloq Mayús está activado.</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ProgressOverlay</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>Working</source>
+        <translation>En curso</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Progreso</translation>
+    </message>
+    <message>
+        <source>Stopping…</source>
+        <translation>Deteniendo…</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ProgressPanel</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>%1 — %2/s</source>
+        <translation>%1 — %2/s</translation>
+    </message>
+    <message>
+        <source>Stopping…</source>
+        <translation>Deteniendo…</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ReportWindow</name>
+    <message>
+        <source>Report</source>
+        <translation>Informe</translation>
+    </message>
+    <message>
+        <source>Files that were refused or damaged</source>
+        <translation>Archivos rechazados o dañados</translation>
+    </message>
+    <message>
+        <source>&amp;Copy Report</source>
+        <translation>&amp;Copiar el informe</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Cerrar</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::SpinningIndicator</name>
+    <message>
+        <source>Busy</source>
+        <translation>Ocupado</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::StartWindow</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>Drop archives here to extract them</source>
+        <translation>Suelte aquí archivos para extraerlos</translation>
+    </message>
+    <message>
+        <source>or choose them from your folders</source>
+        <translation>o elíjalos en sus carpetas</translation>
+    </message>
+    <message>
+        <source>Select Archives…</source>
+        <translation>Seleccionar archivos…</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::TaskWindow</name>
+    <message>
+        <source>Extractions</source>
+        <translation>Extracciones</translation>
+    </message>
+    <message>
+        <source>File &amp;names:</source>
+        <translation>&amp;Nombres de archivo:</translation>
+    </message>
+    <message>
+        <source>Encoding of file names</source>
+        <translation>Codificación de los nombres de archivo</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n archive(s)</source>
+        <translation>
+            <numerusform>%n archivo</numerusform>
+            <numerusform>%n archivos</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::WaitPanel</name>
+    <message>
+        <source>Waiting</source>
+        <translation>En espera</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>Cancel %1</source>
+        <translation>Cancelar %1</translation>
+    </message>
+</context>
+</TS>

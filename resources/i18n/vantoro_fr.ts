@@ -1,0 +1,916 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="fr">
+<context>
+    <name>AppSandboxFileAccess</name>
+    <message>
+        <source>Allow Access</source>
+        <translation>Autoriser l’accès</translation>
+    </message>
+    <message>
+        <source>%1 needs to access this path to continue. Click Allow to continue.</source>
+        <translation>%1 a besoin d’accéder à cet emplacement pour continuer. Cliquez sur « Autoriser ».</translation>
+    </message>
+    <message>
+        <source>Allow</source>
+        <translation>Autoriser</translation>
+    </message>
+</context>
+<context>
+    <name>Charset</name>
+    <message>
+        <source>Unicode (UTF-8)</source>
+        <translation>Unicode (UTF-8)</translation>
+    </message>
+    <message>
+        <source>Western (ISO Latin 1)</source>
+        <translation>Europe de l’Ouest (ISO Latin 1)</translation>
+    </message>
+    <message>
+        <source>Western (Windows 1252)</source>
+        <translation>Europe de l’Ouest (Windows 1252)</translation>
+    </message>
+    <message>
+        <source>Western (DOS 437)</source>
+        <translation>Europe de l’Ouest (DOS 437)</translation>
+    </message>
+    <message>
+        <source>Western (DOS 850)</source>
+        <translation>Europe de l’Ouest (DOS 850)</translation>
+    </message>
+    <message>
+        <source>Western (Mac OS Roman)</source>
+        <translation>Europe de l’Ouest (Mac OS Roman)</translation>
+    </message>
+    <message>
+        <source>Western (ISO Latin 9)</source>
+        <translation>Europe de l’Ouest (ISO Latin 9)</translation>
+    </message>
+    <message>
+        <source>Japanese (Shift JIS)</source>
+        <translation>Japonais (Shift JIS)</translation>
+    </message>
+    <message>
+        <source>Japanese (EUC)</source>
+        <translation>Japonais (EUC)</translation>
+    </message>
+    <message>
+        <source>Japanese (ISO 2022-JP)</source>
+        <translation>Japonais (ISO 2022-JP)</translation>
+    </message>
+    <message>
+        <source>Chinese, simplified (GBK)</source>
+        <translation>Chinois simplifié (GBK)</translation>
+    </message>
+    <message>
+        <source>Chinese, simplified (GB 18030)</source>
+        <translation>Chinois simplifié (GB 18030)</translation>
+    </message>
+    <message>
+        <source>Chinese, traditional (Big 5)</source>
+        <translation>Chinois traditionnel (Big 5)</translation>
+    </message>
+    <message>
+        <source>Korean (EUC, Windows 949)</source>
+        <translation>Coréen (EUC, Windows 949)</translation>
+    </message>
+    <message>
+        <source>Cyrillic (Windows 1251)</source>
+        <translation>Cyrillique (Windows 1251)</translation>
+    </message>
+    <message>
+        <source>Cyrillic (DOS 866)</source>
+        <translation>Cyrillique (DOS 866)</translation>
+    </message>
+    <message>
+        <source>Cyrillic (KOI8-R)</source>
+        <translation>Cyrillique (KOI8-R)</translation>
+    </message>
+    <message>
+        <source>Cyrillic (KOI8-U)</source>
+        <translation>Cyrillique (KOI8-U)</translation>
+    </message>
+    <message>
+        <source>Cyrillic (ISO 8859-5)</source>
+        <translation>Cyrillique (ISO 8859-5)</translation>
+    </message>
+    <message>
+        <source>Cyrillic (Mac OS)</source>
+        <translation>Cyrillique (Mac OS)</translation>
+    </message>
+    <message>
+        <source>Central European (Windows 1250)</source>
+        <translation>Europe centrale (Windows 1250)</translation>
+    </message>
+    <message>
+        <source>Central European (DOS 852)</source>
+        <translation>Europe centrale (DOS 852)</translation>
+    </message>
+    <message>
+        <source>Central European (ISO Latin 2)</source>
+        <translation>Europe centrale (ISO Latin 2)</translation>
+    </message>
+    <message>
+        <source>Central European (Mac OS)</source>
+        <translation>Europe centrale (Mac OS)</translation>
+    </message>
+    <message>
+        <source>Greek (Windows 1253)</source>
+        <translation>Grec (Windows 1253)</translation>
+    </message>
+    <message>
+        <source>Greek (ISO 8859-7)</source>
+        <translation>Grec (ISO 8859-7)</translation>
+    </message>
+    <message>
+        <source>Greek (DOS 737)</source>
+        <translation>Grec (DOS 737)</translation>
+    </message>
+    <message>
+        <source>Turkish (Windows 1254)</source>
+        <translation>Turc (Windows 1254)</translation>
+    </message>
+    <message>
+        <source>Turkish (ISO Latin 5)</source>
+        <translation>Turc (ISO Latin 5)</translation>
+    </message>
+    <message>
+        <source>Turkish (DOS 857)</source>
+        <translation>Turc (DOS 857)</translation>
+    </message>
+    <message>
+        <source>Hebrew (Windows 1255)</source>
+        <translation>Hébreu (Windows 1255)</translation>
+    </message>
+    <message>
+        <source>Hebrew (ISO 8859-8)</source>
+        <translation>Hébreu (ISO 8859-8)</translation>
+    </message>
+    <message>
+        <source>Hebrew (DOS 862)</source>
+        <translation>Hébreu (DOS 862)</translation>
+    </message>
+    <message>
+        <source>Arabic (Windows 1256)</source>
+        <translation>Arabe (Windows 1256)</translation>
+    </message>
+    <message>
+        <source>Arabic (ISO 8859-6)</source>
+        <translation>Arabe (ISO 8859-6)</translation>
+    </message>
+    <message>
+        <source>Arabic (DOS 864)</source>
+        <translation>Arabe (DOS 864)</translation>
+    </message>
+    <message>
+        <source>Baltic (Windows 1257)</source>
+        <translation>Balte (Windows 1257)</translation>
+    </message>
+    <message>
+        <source>Baltic (ISO Latin 4)</source>
+        <translation>Balte (ISO Latin 4)</translation>
+    </message>
+    <message>
+        <source>Baltic (ISO Latin 7)</source>
+        <translation>Balte (ISO Latin 7)</translation>
+    </message>
+    <message>
+        <source>Baltic (DOS 775)</source>
+        <translation>Balte (DOS 775)</translation>
+    </message>
+    <message>
+        <source>Vietnamese (Windows 1258)</source>
+        <translation>Vietnamien (Windows 1258)</translation>
+    </message>
+    <message>
+        <source>Thai (Windows 874)</source>
+        <translation>Thaï (Windows 874)</translation>
+    </message>
+    <message>
+        <source>South European (ISO Latin 3)</source>
+        <translation>Europe du Sud (ISO Latin 3)</translation>
+    </message>
+    <message>
+        <source>Nordic (ISO Latin 6)</source>
+        <translation>Nordique (ISO Latin 6)</translation>
+    </message>
+    <message>
+        <source>Celtic (ISO Latin 8)</source>
+        <translation>Celtique (ISO Latin 8)</translation>
+    </message>
+    <message>
+        <source>Nordic (DOS 865)</source>
+        <translation>Nordique (DOS 865)</translation>
+    </message>
+    <message>
+        <source>Portuguese (DOS 860)</source>
+        <translation>Portugais (DOS 860)</translation>
+    </message>
+    <message>
+        <source>Canadian French (DOS 863)</source>
+        <translation>Français canadien (DOS 863)</translation>
+    </message>
+    <message>
+        <source>Icelandic (DOS 861)</source>
+        <translation>Islandais (DOS 861)</translation>
+    </message>
+</context>
+<context>
+    <name>CommandLine</name>
+    <message>
+        <source>there is no option &quot;%1&quot;</source>
+        <translation>l’option « %1 » n’existe pas</translation>
+    </message>
+    <message>
+        <source>&quot;--extract-to&quot; needs a folder</source>
+        <translation>« --extract-to » demande un dossier</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a file here</source>
+        <translation>« %1 » n’est pas un fichier local</translation>
+    </message>
+    <message>
+        <source>no archive is given</source>
+        <translation>aucune archive n’est indiquée</translation>
+    </message>
+    <message>
+        <source>Usage: vantoro [OPTION] [FILE...]
+
+Opens archives: extracts them, or shows them if the settings say so.
+Without an archive the main window is shown.
+
+  --extract-here         extract each archive beside itself
+  --extract-to FOLDER    extract into FOLDER
+  --extract-to-desktop   extract into the Desktop folder of the settings
+  --extract-ask          ask where to extract
+  --extract              extract to where the settings say, or ask
+  --compress             make an archive of the files
+  --dbus-service         wait for calls on the session bus
+  -h, --help             show this help
+  --version              show the version
+  --                     everything after this is a file
+
+Files may be paths or file:// URIs. vantoro-cli works without a display.
+</source>
+        <translation>Utilisation : vantoro [OPTION] [FICHIER...]
+
+Ouvre des archives : les extrait, ou les affiche selon les réglages.
+Sans archive, la fenêtre principale s’affiche.
+
+  --extract-here         extraire chaque archive à côté d’elle
+  --extract-to DOSSIER   extraire dans DOSSIER
+  --extract-to-desktop   extraire dans le dossier Bureau des réglages
+  --extract-ask          demander où extraire
+  --extract              extraire là où le disent les réglages, ou demander
+  --compress             créer une archive avec les fichiers
+  --dbus-service         attendre des appels sur le bus de session
+  -h, --help             afficher cette aide
+  --version              afficher la version
+  --                     tout ce qui suit est un fichier
+
+Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écran.
+</translation>
+    </message>
+</context>
+<context>
+    <name>ExtractionSummary</name>
+    <message>
+        <source>&quot;%1&quot; was extracted</source>
+        <translation>« %1 » a été extrait</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n archive(s) were extracted</source>
+        <translation>
+            <numerusform>%n archive a été extraite</numerusform>
+            <numerusform>%n archives ont été extraites</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; could not be extracted</source>
+        <translation>« %1 » n’a pas pu être extrait</translation>
+    </message>
+    <message>
+        <source>%1 of %2 archives could not be extracted</source>
+        <translation>%1 archives sur %2 n’ont pas pu être extraites</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>et %n autre</numerusform>
+            <numerusform>et %n autres</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; in %2</source>
+        <translation>« %1 » dans %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n entry(s) were damaged or refused</source>
+        <translation>
+            <numerusform>%n élément était endommagé ou a été refusé</numerusform>
+            <numerusform>%n éléments étaient endommagés ou ont été refusés</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>KXUnarchiveWrapper</name>
+    <message>
+        <source>“%1” is too large to be shown: it has %2, and at most %3 are read for a preview.</source>
+        <translation>« %1 » est trop volumineux pour être affiché : il fait %2, et un aperçu en lit au plus %3.</translation>
+    </message>
+    <message>
+        <source>more than that</source>
+        <translation>plus que cela</translation>
+    </message>
+    <message>
+        <source>“%1” is encrypted, and the password does not fit.</source>
+        <translation>« %1 » est chiffré et le mot de passe ne convient pas.</translation>
+    </message>
+    <message>
+        <source>“%1” cannot be read: %2.</source>
+        <translation>« %1 » ne peut pas être lu : %2.</translation>
+    </message>
+</context>
+<context>
+    <name>ProgressPanel</name>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 sur %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2 files</source>
+        <translation>%1 fichiers sur %2</translation>
+    </message>
+    <message>
+        <source>A few seconds left</source>
+        <translation>Encore quelques secondes</translation>
+    </message>
+    <message numerus="yes">
+        <source>About %n seconds left</source>
+        <translation>
+            <numerusform>Encore %n seconde environ</numerusform>
+            <numerusform>Encore %n secondes environ</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>About %n minute(s) left</source>
+        <translation>
+            <numerusform>Encore %n minute environ</numerusform>
+            <numerusform>Encore %n minutes environ</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>About %n hour(s) left</source>
+        <translation>
+            <numerusform>Encore %n heure environ</numerusform>
+            <numerusform>Encore %n heures environ</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>QFileDialog</name>
+    <message>
+        <source>Allowed files (%1)</source>
+        <translation>Fichiers acceptés (%1)</translation>
+    </message>
+</context>
+<context>
+    <name>XADException</name>
+    <message>
+        <source>an internal error occurred</source>
+        <translation>une erreur interne s’est produite</translation>
+    </message>
+    <message>
+        <source>stopped by the user</source>
+        <translation>arrêté par l’utilisateur</translation>
+    </message>
+    <message>
+        <source>reading the archive failed</source>
+        <translation>la lecture de l’archive a échoué</translation>
+    </message>
+    <message>
+        <source>this is not an archive of a known format</source>
+        <translation>ce n’est pas une archive d’un format connu</translation>
+    </message>
+    <message>
+        <source>the archive ends too early</source>
+        <translation>l’archive se termine trop tôt</translation>
+    </message>
+    <message>
+        <source>the archive is damaged</source>
+        <translation>l’archive est endommagée</translation>
+    </message>
+    <message>
+        <source>the data are damaged (wrong checksum)</source>
+        <translation>les données sont endommagées (somme de contrôle incorrecte)</translation>
+    </message>
+    <message>
+        <source>the data are damaged (wrong size)</source>
+        <translation>les données sont endommagées (taille incorrecte)</translation>
+    </message>
+    <message>
+        <source>the compression method is not supported</source>
+        <translation>la méthode de compression n’est pas prise en charge</translation>
+    </message>
+    <message>
+        <source>the kind of encryption is not supported</source>
+        <translation>ce type de chiffrement n’est pas pris en charge</translation>
+    </message>
+    <message>
+        <source>the archive uses a feature that is not supported</source>
+        <translation>l’archive utilise une fonction qui n’est pas prise en charge</translation>
+    </message>
+    <message>
+        <source>a password is needed</source>
+        <translation>un mot de passe est nécessaire</translation>
+    </message>
+    <message>
+        <source>the password is wrong, or the data are damaged</source>
+        <translation>le mot de passe est incorrect ou les données sont endommagées</translation>
+    </message>
+    <message>
+        <source>a part of the archive is missing</source>
+        <translation>une partie de l’archive est manquante</translation>
+    </message>
+    <message>
+        <source>the archive asks for more than is allowed</source>
+        <translation>l’archive demande plus que ce qui est permis</translation>
+    </message>
+    <message>
+        <source>there is not enough memory</source>
+        <translation>il n’y a pas assez de mémoire</translation>
+    </message>
+    <message>
+        <source>the reader for this format stopped unexpectedly</source>
+        <translation>le lecteur de ce format s’est arrêté de façon inattendue</translation>
+    </message>
+    <message>
+        <source>the reader for this format does not get on</source>
+        <translation>le lecteur de ce format n’avance plus</translation>
+    </message>
+    <message>
+        <source>entries of the archive overlap, as in a forged archive</source>
+        <translation>des éléments de l’archive se chevauchent, comme dans une archive falsifiée</translation>
+    </message>
+    <message>
+        <source>the name is not safe</source>
+        <translation>le nom n’est pas sûr</translation>
+    </message>
+    <message>
+        <source>the link leads out of the destination folder</source>
+        <translation>le lien mène hors du dossier de destination</translation>
+    </message>
+    <message>
+        <source>devices, pipes and sockets are not created</source>
+        <translation>les périphériques, tubes et sockets ne sont pas créés</translation>
+    </message>
+    <message>
+        <source>the entry was refused</source>
+        <translation>l’élément a été refusé</translation>
+    </message>
+    <message>
+        <source>the name is already taken</source>
+        <translation>ce nom est déjà pris</translation>
+    </message>
+    <message>
+        <source>the disk is full</source>
+        <translation>le disque est plein</translation>
+    </message>
+    <message>
+        <source>writing failed</source>
+        <translation>l’écriture a échoué</translation>
+    </message>
+    <message>
+        <source>the destination folder cannot be written to</source>
+        <translation>le dossier de destination n’est pas accessible en écriture</translation>
+    </message>
+    <message>
+        <source>the destination folder has vanished</source>
+        <translation>le dossier de destination a disparu</translation>
+    </message>
+    <message>
+        <source>the archive would grow out of proportion</source>
+        <translation>l’archive prendrait une taille démesurée</translation>
+    </message>
+    <message>
+        <source>the encoding of the file names is not known</source>
+        <translation>l’encodage des noms de fichiers est inconnu</translation>
+    </message>
+    <message>
+        <source>the file cannot be read</source>
+        <translation>le fichier ne peut pas être lu</translation>
+    </message>
+    <message>
+        <source>archives of this kind cannot be created</source>
+        <translation>ce type d’archive ne peut pas être créé</translation>
+    </message>
+    <message>
+        <source>something unknown follows the end of the compressed data</source>
+        <translation>des données inconnues suivent la fin des données compressées</translation>
+    </message>
+    <message>
+        <source>an unknown error occurred</source>
+        <translation>une erreur inconnue s’est produite</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::AppDelegate</name>
+    <message>
+        <source>Select archives to extract</source>
+        <translation>Choisir les archives à extraire</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Choisir</translation>
+    </message>
+    <message>
+        <source>Please select the extracted destination</source>
+        <translation>Choisissez la destination de l’extraction</translation>
+    </message>
+    <message>
+        <source>Extract</source>
+        <translation>Extraire</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::EncodingPanel</name>
+    <message>
+        <source>Stop</source>
+        <translation>Arrêter</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Continuer</translation>
+    </message>
+    <message>
+        <source>The file names in &quot;%1&quot; do not say how they are written. Choose the encoding in which this name reads right:</source>
+        <translation>Les noms de fichiers de « %1 » n’indiquent pas leur encodage. Choisissez celui dans lequel ce nom se lit correctement :</translation>
+    </message>
+    <message>
+        <source>This name would read: %1</source>
+        <translation>Ce nom se lirait : %1</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ExtractionReporter</name>
+    <message>
+        <source>Show in Folder</source>
+        <translation>Afficher dans le dossier</translation>
+    </message>
+    <message>
+        <source>Show Report</source>
+        <translation>Afficher le rapport</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::HDAlert</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXArchiveContentsViewController</name>
+    <message>
+        <source>Extract</source>
+        <translation>Extraire</translation>
+    </message>
+    <message>
+        <source>Please select the archive</source>
+        <translation>Choisissez l’archive</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Choisir</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXArchiveManageController</name>
+    <message>
+        <source>DO NOT support unarchive this archive due to the format error.</source>
+        <translation>Cette archive ne peut pas être extraite à cause d’une erreur de format.</translation>
+    </message>
+    <message>
+        <source>ERROR happened while reading the contents of the file &quot;%1&quot;: %2</source>
+        <translation>Une erreur s’est produite lors de la lecture du contenu du fichier « %1 » : %2</translation>
+    </message>
+    <message>
+        <source>ERROR happened while extracting the contents of the file &quot;%1&quot;: %2</source>
+        <translation>Une erreur s’est produite lors de l’extraction du contenu du fichier « %1 » : %2</translation>
+    </message>
+    <message>
+        <source>the result could not be moved into the folder &quot;%1&quot;</source>
+        <translation>le résultat n’a pas pu être déplacé dans le dossier « %1 »</translation>
+    </message>
+    <message>
+        <source>The archive could not be moved to the Trash.</source>
+        <translation>L’archive n’a pas pu être mise à la corbeille.</translation>
+    </message>
+    <message>
+        <source>DO NOT extract the files &quot;%1&quot; from the archive &quot;%2&quot;:
+%3</source>
+        <translation>Les fichiers « %1 » n’ont pas pu être extraits de l’archive « %2 » :
+%3</translation>
+    </message>
+    <message>
+        <source>DO NOT extract the files &quot;%1&quot; from archive &quot;%2&quot;: %3</source>
+        <translation>Les fichiers « %1 » n’ont pas pu être extraits de l’archive « %2 » : %3</translation>
+    </message>
+    <message>
+        <source>The archive &quot;%1&quot; of %2 would unpack to %3. Archives that are made to fill a disk look like this.</source>
+        <translation>L’archive « %1 » de %2 occuperait %3 une fois extraite. C’est à cela que ressemblent les archives faites pour remplir un disque.</translation>
+    </message>
+    <message>
+        <source>The contents of the archive &quot;%1&quot; need %2, but only %3 are free in the destination.</source>
+        <translation>Le contenu de l’archive « %1 » demande %2, mais la destination n’a que %3 de libre.</translation>
+    </message>
+    <message>
+        <source>The archive &quot;%1&quot; of %2 holds %3 entries.</source>
+        <translation>L’archive « %1 » de %2 contient %3 éléments.</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXArchiveTaskView</name>
+    <message>
+        <source>%1 (+%2 more)</source>
+        <translation>%1 (+%2 autres)</translation>
+    </message>
+    <message>
+        <source>Preparing to extract &quot;%1&quot;</source>
+        <translation>Préparation de l’extraction de « %1 »</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Arrêter</translation>
+    </message>
+    <message>
+        <source>Extract to Desktop</source>
+        <translation>Extraire sur le bureau</translation>
+    </message>
+    <message>
+        <source>Choose Folder…</source>
+        <translation>Choisir un dossier…</translation>
+    </message>
+    <message>
+        <source>You may not write to the folder &quot;%1&quot;. Where should &quot;%2&quot; be extracted to?</source>
+        <translation>Vous ne pouvez pas écrire dans le dossier « %1 ». Où faut-il extraire « %2 » ?</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Continuer</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Extracting &quot;%1&quot;</source>
+        <translation>Extraction de « %1 »</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXDropArchiveView</name>
+    <message>
+        <source>Drop an archive here</source>
+        <translation>Déposez une archive ici</translation>
+    </message>
+    <message>
+        <source>to look inside, preview and extract what you need</source>
+        <translation>pour en voir le contenu et extraire ce qu’il vous faut</translation>
+    </message>
+    <message>
+        <source>Choose an Archive…</source>
+        <translation>Choisir une archive…</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>Information</translation>
+    </message>
+    <message>
+        <source>ONLY preview one archive at a time</source>
+        <translation>Une seule archive peut être affichée à la fois</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXDropFilesView</name>
+    <message>
+        <source>Drop files and folders here to compress them</source>
+        <translation>Déposez ici les fichiers et dossiers à compresser</translation>
+    </message>
+    <message>
+        <source>or choose them from your folders</source>
+        <translation>ou choisissez-les dans vos dossiers</translation>
+    </message>
+    <message>
+        <source>Add Files…</source>
+        <translation>Ajouter des fichiers…</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXEncodePopButton</name>
+    <message>
+        <source>Text encoding</source>
+        <translation>Encodage du texte</translation>
+    </message>
+    <message>
+        <source>AUTO Dectect</source>
+        <translation>Détection automatique</translation>
+    </message>
+    <message>
+        <source>Default encoding</source>
+        <translation>Encodage par défaut</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXPackViewController</name>
+    <message>
+        <source>Compress</source>
+        <translation>Compresser</translation>
+    </message>
+    <message>
+        <source>Please select the files</source>
+        <translation>Choisissez les fichiers</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Choisir</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXTaskListsView</name>
+    <message>
+        <source>Extractions</source>
+        <translation>Extractions</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PasswordField</name>
+    <message>
+        <source>Password</source>
+        <translation>Mot de passe</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on</source>
+        <translation>Verrouillage des majuscules activé</translation>
+    </message>
+    <message>
+        <source>Hide password</source>
+        <translation>Masquer le mot de passe</translation>
+    </message>
+    <message>
+        <source>Show password</source>
+        <translation>Afficher le mot de passe</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PasswordPanel</name>
+    <message>
+        <source>Password &amp;encoding:</source>
+        <translation>&amp;Encodage du mot de passe :</translation>
+    </message>
+    <message>
+        <source>Password encoding</source>
+        <translation>Encodage du mot de passe</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Arrêter</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Continuer</translation>
+    </message>
+    <message>
+        <source>Enter a PASSWORD to open the archive &quot;%1&quot;.</source>
+        <translation>Saisissez le mot de passe pour ouvrir l’archive « %1 ».</translation>
+    </message>
+    <message>
+        <source>That password is not right. Please try again.</source>
+        <translation>Ce mot de passe est incorrect. Veuillez réessayer.</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on.</source>
+        <translation>Le verrouillage des majuscules est activé.</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ProgressOverlay</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Working</source>
+        <translation>En cours</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Progression</translation>
+    </message>
+    <message>
+        <source>Stopping…</source>
+        <translation>Arrêt en cours…</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ProgressPanel</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>%1 — %2/s</source>
+        <translation>%1 — %2/s</translation>
+    </message>
+    <message>
+        <source>Stopping…</source>
+        <translation>Arrêt en cours…</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ReportWindow</name>
+    <message>
+        <source>Report</source>
+        <translation>Rapport</translation>
+    </message>
+    <message>
+        <source>Files that were refused or damaged</source>
+        <translation>Fichiers refusés ou endommagés</translation>
+    </message>
+    <message>
+        <source>&amp;Copy Report</source>
+        <translation>&amp;Copier le rapport</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::SpinningIndicator</name>
+    <message>
+        <source>Busy</source>
+        <translation>Occupé</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::StartWindow</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>Drop archives here to extract them</source>
+        <translation>Déposez ici les archives à extraire</translation>
+    </message>
+    <message>
+        <source>or choose them from your folders</source>
+        <translation>ou choisissez-les dans vos dossiers</translation>
+    </message>
+    <message>
+        <source>Select Archives…</source>
+        <translation>Choisir des archives…</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::TaskWindow</name>
+    <message>
+        <source>Extractions</source>
+        <translation>Extractions</translation>
+    </message>
+    <message>
+        <source>File &amp;names:</source>
+        <translation>&amp;Noms de fichiers :</translation>
+    </message>
+    <message>
+        <source>Encoding of file names</source>
+        <translation>Encodage des noms de fichiers</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n archive(s)</source>
+        <translation>
+            <numerusform>%n archive</numerusform>
+            <numerusform>%n archives</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::WaitPanel</name>
+    <message>
+        <source>Waiting</source>
+        <translation>En attente</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Cancel %1</source>
+        <translation>Annuler %1</translation>
+    </message>
+</context>
+</TS>
