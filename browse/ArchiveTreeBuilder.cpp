@@ -130,7 +130,7 @@ void ArchiveTreeBuilder::addEntry(qsizetype entry)
         return;
     if (item->isFolder()) {
         const Node node = folderAt(path);
-        if (m_drafts[node].path == path)
+        if (node != ArchiveTree::kNoNode && m_drafts[node].path == path)
             m_drafts[node].item = item;
         return;
     }

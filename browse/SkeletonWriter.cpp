@@ -45,8 +45,10 @@ SkeletonWriter::SkeletonWriter(const QString& folder)
 SkeletonWriter::~SkeletonWriter()
 {
     leaveUntil(0);
-    if (m_root >= 0)
-        ::close(m_root);
+    for (const int handle : {m_firstFolder, m_root}) {
+        if (handle >= 0)
+            ::close(handle);
+    }
 }
 
 bool SkeletonWriter::makeFolder(std::string_view path)
@@ -64,18 +66,44 @@ bool SkeletonWriter::makeFile(std::string_view path)
     if (!isUsable(name) || path.size() > m_longest || !enter(parentOf(path)))
         return false;
     m_name = name;
-    return makeEmpty(m_name.c_str()) == 0 || (errno == EEXIST && isKind(here(), m_name.c_str(), S_IFREG));
+    return makeEmpty(m_name.c_str()) || (errno == EEXIST && isKind(here(), m_name.c_str(), S_IFREG));
 }
 
-/// One call instead of opening and closing; file systems that know no such call get the two.
-int SkeletonWriter::makeEmpty(const char* name)
+/// mknodat() makes a file in one call; file systems that refuse it get two.
+bool SkeletonWriter::makeEmpty(const char* name)
 {
-    if (::mknodat(here(), name, S_IFREG | 0600, 0) == 0)
-        return 0;
-    if (errno != EPERM && errno != EOPNOTSUPP && errno != ENOSYS)
-        return -1;
-    const int file = ::openat(here(), name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
-    return file < 0 ? -1 : ::close(file);
+    if (linkToFirst(name))
+        return true;
+    if (errno == EEXIST)
+        return false;
+    bool isMade = ::mknodat(here(), name, S_IFREG | 0600, 0) == 0;
+    if (!isMade && (errno == EPERM || errno == EOPNOTSUPP || errno == ENOSYS)) {
+        const int file = ::openat(here(), name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+        isMade = file >= 0 && ::close(file) == 0;
+    }
+    if (isMade && m_hasLinks)
+        keepAsFirst(name);
+    return isMade;
+}
+
+bool SkeletonWriter::linkToFirst(const char* name)
+{
+    errno = 0;
+    if (!m_hasLinks || m_firstFolder < 0)
+        return false;
+    if (::linkat(m_firstFolder, m_firstName.c_str(), here(), name, 0) == 0)
+        return true;
+    // EMLINK: that file has all the links it may have, and the next one takes over.
+    m_hasLinks = errno != EPERM && errno != EOPNOTSUPP && errno != ENOSYS;
+    return false;
+}
+
+void SkeletonWriter::keepAsFirst(const char* name)
+{
+    if (m_firstFolder >= 0)
+        ::close(m_firstFolder);
+    m_firstFolder = ::fcntl(here(), F_DUPFD_CLOEXEC, 0);
+    m_firstName = name;
 }
 
 bool SkeletonWriter::enter(std::string_view folder)

@@ -87,7 +87,7 @@ std::optional<QString> KXFileWrapper::readFileAtPathAsString(const QString& path
     const auto bytes = readFileAtPathAsData(path, error);
     if (!bytes)
         return std::nullopt;
-    QStringDecoder decoder(QStringDecoder::Utf8);
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString text = decoder(*bytes);
     if (!decoder.hasError())
         return text;

@@ -60,7 +60,7 @@ std::optional<QString> KXFileWrapper::xattrOfItemAtPathGetValueForKey(const QStr
         [&](char* into, std::size_t room) { return ::getxattr(native.constData(), name.constData(), into, room); });
     if (!value)
         return std::nullopt;
-    QStringDecoder decoder(QStringDecoder::Utf8);
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString text = decoder(*value);
     return decoder.hasError() ? std::nullopt : std::optional(text.isNull() ? QStringLiteral("") : text);
 }
