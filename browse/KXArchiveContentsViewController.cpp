@@ -1,43 +1,50 @@
 #include "browse/KXArchiveContentsViewController.h"
 
+#include "browse/ArchiveOutlineView.h"
+#include "browse/ArchiveTreeModel.h"
 #include "browse/BrowserHost.h"
+#include "browse/ContentsPresenter.h"
+#include "browse/ContentsView.h"
+#include "browse/PasswordPrompt.h"
+#include "browse/PreviewWindow.h"
 
 #include "app/KXPrefsDefault.h"
 #include "files/CustomePanel.h"
 #include "files/FileFormats.h"
+#include "widgets/ElidedLabel.h"
 #include "widgets/FlatButton.h"
 #include "widgets/Icons.h"
 
-#include <QVBoxLayout>
+#include <QDragEnterEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QStackedLayout>
+#include <QTimer>
 
 namespace vantoro {
 
-KXArchiveContentsViewController::KXArchiveContentsViewController(BrowserHost& host, QWidget* parent)
-    : KXBaseViewCter(parent)
-    , m_host(host)
-    , m_panels([this] { return window(); })
-    , m_dropView(new KXDropArchiveView(this))
+KXArchiveContentsViewController::~KXArchiveContentsViewController()
 {
-    m_dropView->setDelegate(this);
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(theme::kSpaceL, theme::kSpaceL, theme::kSpaceL, theme::kSpaceL);
-    column->addWidget(m_dropView);
-    connect(m_dropView, &DropArea::buttonClicked, this, &KXArchiveContentsViewController::toggleAddArchive);
+    m_presenter->stop();
+    m_view->endOverlay();
 }
-
-KXArchiveContentsViewController::~KXArchiveContentsViewController() = default;
 
 QString KXArchiveContentsViewController::identifier() const { return QStringLiteral("Extract"); }
 QIcon KXArchiveContentsViewController::toolbarItemImage() const { return icons::icon(QStringLiteral("page-extract")); }
 QString KXArchiveContentsViewController::toolbarItemLabel() const { return tr("Extract"); }
 
-void KXArchiveContentsViewController::viewWillAppear() {}
-void KXArchiveContentsViewController::viewWillDisappear() {}
+void KXArchiveContentsViewController::viewWillAppear()
+{
+    const bool hasArchive = m_presenter->archive().isOpen();
+    setBtnEnable(hasArchive);
+    setBtnHidden(KXPrefsDefault::changeViewMode());
+}
+
+void KXArchiveContentsViewController::viewWillDisappear() { m_quicklookWindow->dismiss(); }
 
 void KXArchiveContentsViewController::getArchiveContainerWithPath(const QString& path)
 {
-    if (!KXPrefsDefault::listArchive())
-        m_host.unarchiveZip(path);
+    m_presenter->getArchiveContainerWithPath(path);
 }
 
 void KXArchiveContentsViewController::obtainFilesPath(const QString& path)
@@ -64,7 +71,84 @@ void KXArchiveContentsViewController::archiveChosen(const PanelResult& chosen)
         obtainFilesPath(chosen->front().toLocalFile());
 }
 
-void KXArchiveContentsViewController::toggleClearAll() {}
+void KXArchiveContentsViewController::toggleClearAll()
+{
+    m_quicklookWindow->dismiss();
+    m_presenter->clearAllFiles();
+}
+
 void KXArchiveContentsViewController::toggleSettings() { m_host.openPrefsWindow(); }
+
+void KXArchiveContentsViewController::toggleExtractSelectedItem() { extractItem(m_outlineView->selectedIndex()); }
+
+void KXArchiveContentsViewController::extractItem(const QModelIndex& index)
+{
+    m_presenter->toggleExtractSelectedItem(m_outlineView->rowForIndex(index), m_model->nodeAt(index));
+}
+
+void KXArchiveContentsViewController::previewItem(const QModelIndex& index)
+{
+    m_presenter->previewItem(m_outlineView->rowForIndex(index), m_model->nodeAt(index));
+}
+
+void KXArchiveContentsViewController::showMenu(const QModelIndex& index, const QPoint& globalPosition)
+{
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const bool isRoot = !index.parent().isValid();
+    if (m_model->hasChildren(index))
+        menu->addAction(m_outlineView->isExpanded(index) ? tr("Close Folder") : tr("Open Folder"), this,
+                        [this, index] { m_outlineView->setExpanded(index, !m_outlineView->isExpanded(index)); });
+    auto* preview = menu->addAction(tr("Preview"), this, [this, index] { previewItem(index); });
+    preview->setShortcut(Qt::Key_Space);
+    preview->setEnabled(!isRoot);
+    auto* extract = menu->addAction(isRoot ? tr("Extract All") : tr("Extract"), this,
+                                    &KXArchiveContentsViewController::toggleExtractSelectedItem);
+    extract->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
+    menu->popup(globalPosition);
+}
+
+void KXArchiveContentsViewController::setBtnEnable(bool enable)
+{
+    m_btnClear->setEnabled(enable);
+    m_btnExtract->setEnabled(enable);
+    updateButtons();
+}
+
+void KXArchiveContentsViewController::setBtnHidden(bool hidden) { m_btnSet->setHidden(hidden); }
+
+/// True shows the drop area, whatever the name suggests: no archive is shown.
+void KXArchiveContentsViewController::setDropViewHidden(bool showsNoArchive)
+{
+    m_baseView->setCurrentIndex(showsNoArchive ? 0 : 1);
+}
+
+/// The button says what it will do.
+void KXArchiveContentsViewController::updateButtons()
+{
+    const auto selected = m_outlineView->selectedIndex();
+    const bool isChosen = selected.parent().isValid();
+    m_btnExtract->setText(isChosen ? tr("Extract") : tr("Extract All"));
+    m_btnPreview->setEnabled(m_model->isPreviewable(selected));
+}
+
+void KXArchiveContentsViewController::dragEnterEvent(QDragEnterEvent* event)
+{
+    // Rows of the outline that are dragged across the page are no files.
+    event->setAccepted(DropArea::offersFiles(event->mimeData()));
+}
+
+void KXArchiveContentsViewController::dropEvent(QDropEvent* event)
+{
+    event->setDropAction(Qt::CopyAction);
+    event->setAccepted(m_dropView->takeFiles(DropArea::localPaths(event->mimeData())));
+}
+
+void KXArchiveContentsViewController::changeEvent(QEvent* event)
+{
+    KXBaseViewCter::changeEvent(event);
+    if (m_filterGlyph && (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange))
+        applyType();
+}
 
 }

@@ -79,23 +79,32 @@ private:
     Result<void> m_outcome = Error{ErrorCode::Internal, "the entry was not read"};
 };
 
-/// The first thing that went wrong is the answer: one entry has one outcome.
-class FirstProblem final : public ExtractDelegate {
+/// Passes on what goes wrong and remembers the first of it: where one entry is extracted, that is the answer.
+class EntriesDelegate final : public ExtractDelegate {
 public:
-    explicit FirstProblem(CharsetId charset) : m_charset(charset) {}
+    EntriesDelegate(CharsetId charset, const XADExtractionWatch& watch) : m_charset(charset), m_watch(watch) {}
+    void progressed(const ProgressNote& note) override
+    {
+        if (m_watch.progressed)
+            m_watch.progressed(note.fraction(), QString::fromStdString(note.currentName));
+    }
     bool entryFailed(const EntryProblem& problem) override
     {
-        if (!error)
-            error = problem.error;
+        const int code = XADException::codeForError(problem.error);
+        if (firstError == 0)
+            firstError = code;
+        if (m_watch.failed)
+            m_watch.failed(QString::fromStdString(problem.entry.name), code);
         return true;
     }
     std::optional<CharsetId> chooseCharset(std::string_view, const Detection&) override { return m_charset; }
     bool allowsSize(const SizeQuestion& question) override { return question.kind != SizeQuestion::Kind::Space; }
 
-    std::optional<Error> error;
+    int firstError = 0;
 
 private:
     const CharsetId m_charset;
+    const XADExtractionWatch& m_watch;
 };
 
 class EngineArchive final : public XADArchive, private PasswordProvider {
@@ -124,7 +133,11 @@ public:
     void setPassword(const Secret& password) override;
     std::optional<QByteArray> contentsOfEntry(qsizetype index, qint64 limit, int* error) override;
     bool canReadEntry(qsizetype index, qint64 enough) override;
-    int extractEntry(qsizetype index, const QString& folder) override;
+    int extractEntry(qsizetype index, const QString& folder) override
+    {
+        return extractEntries({static_cast<quint64>(index)}, folder, {});
+    }
+    int extractEntries(std::vector<quint64> indices, const QString& folder, const XADExtractionWatch& watch) override;
     void stop() override;
 
 private:
@@ -311,9 +324,9 @@ std::optional<QByteArray> EngineArchive::contentsOfEntry(qsizetype index, qint64
     return data ? std::optional(std::move(data).value()) : std::nullopt;
 }
 
-int EngineArchive::extractEntry(qsizetype index, const QString& folder)
+int EngineArchive::extractEntries(std::vector<quint64> indices, const QString& folder, const XADExtractionWatch& watch)
 {
-    if (!isEntry(index))
+    if (!std::ranges::all_of(indices, [this](quint64 index) { return isEntry(static_cast<qsizetype>(index)); }))
         return XADException::codeForError({ErrorCode::Internal});
     const auto archive = readable();
     if (!archive)
@@ -321,13 +334,11 @@ int EngineArchive::extractEntry(qsizetype index, const QString& folder)
     ExtractOptions options;
     options.destination = encoded(folder);
     options.folder = FolderMode::Never;
-    options.selection = {{static_cast<std::uint64_t>(index)}};
+    options.selection = std::vector<std::uint64_t>(indices.begin(), indices.end());
     options.charset = m_charset;
-    FirstProblem problem(m_charset);
-    const auto report = extractArchive(**archive, options, problem);
-    if (!report)
-        return XADException::codeForError(report.error());
-    return problem.error ? XADException::codeForError(*problem.error) : 0;
+    EntriesDelegate delegate(m_charset, watch);
+    const auto report = extractArchive(**archive, options, delegate, m_cancel);
+    return report ? delegate.firstError : XADException::codeForError(report.error());
 }
 
 }

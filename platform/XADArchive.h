@@ -12,6 +12,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace vantoro {
 
@@ -27,6 +28,12 @@ struct XADDataForkDictionary {
 struct XADListingWatch {
     std::function<void(qsizetype entries)> counted; ///< how many entries are known so far, some twenty times a second
     CancelToken cancel; ///< ends the listing with XADException::kBreak
+};
+
+/// Goes along with an extraction of entries; called on the thread that extracts.
+struct XADExtractionWatch {
+    std::function<void(double fraction, const QString& entry)> progressed; ///< 0 to 1, some twenty times a second
+    std::function<void(const QString& entry, int error)> failed; ///< the others go on
 };
 
 /// What a status line says of an archive.
@@ -79,11 +86,16 @@ public:
         = 0;
     /// Whether the entry's data can be had with the password: decodes its first `enough` bytes and keeps none.
     virtual bool canReadEntry(qsizetype index, qint64 enough) = 0;
-    /// Ends contentsOfEntry() or extractEntry() that runs in another thread; the next one works again. Any thread.
+    /// Ends a reading or extraction that runs in another thread; the next one works again. Any thread.
     virtual void stop() = 0;
     /// Extracts into the folder, beneath it the entry's own folders; existing files are not touched. 0, or a code of
     /// XADException.
     virtual int extractEntry(qsizetype index, const QString& folder) = 0;
+    /// The same for many entries in one pass. The first failure's code, or that of what ended it all: kBreak after
+    /// stop().
+    virtual int extractEntries(std::vector<quint64> indices, const QString& folder,
+                               const XADExtractionWatch& watch = {})
+        = 0;
 };
 
 }

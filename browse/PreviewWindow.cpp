@@ -1,0 +1,237 @@
+#include "browse/PreviewWindow.h"
+
+#include "browse/PreviewContent.h"
+
+#include "widgets/ElidedLabel.h"
+#include "widgets/FlatButton.h"
+#include "widgets/ImageView.h"
+#include "widgets/Theme.h"
+
+#include <QFontDatabase>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPdfDocument>
+#include <QPdfView>
+#include <QPlainTextEdit>
+#include <QScreen>
+#include <QSizeGrip>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+namespace vantoro {
+namespace {
+
+constexpr int kWidth = 290;
+constexpr int kIconEdge = 260;
+constexpr int kTitleHeight = 44;
+
+QLabel* captionLabel(ElidedLabel* label)
+{
+    label->setFont(theme::font(theme::Type::Caption, label->font()));
+    label->setAlignment(Qt::AlignCenter);
+    return label;
+}
+
+}
+
+PreviewWindow::PreviewWindow(QWidget* page)
+    : QWidget(page, Qt::Tool | Qt::FramelessWindowHint)
+    , m_page(page)
+    , m_titleBarLabel(new ElidedLabel(this))
+    , m_close(new FlatButton(FlatButton::Kind::Round, this))
+    , m_btnSingleExtract(new FlatButton(tr("Extract"), FlatButton::Kind::Plain, this))
+    , m_views(new QStackedWidget(this))
+    , m_qtImageView(new ImageView(this))
+    , m_qtTextView(new QPlainTextEdit(this))
+    , m_qtPdfView(new QPdfView(this))
+    , m_document(new QPdfDocument(this))
+    , m_detail(new ElidedLabel(this))
+{
+    setObjectName(QStringLiteral("quicklookWindow"));
+    setWindowTitle(tr("Preview"));
+    setMinimumWidth(kWidth);
+    buildViews();
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(1, 0, 1, 1);
+    column->setSpacing(0);
+    buildTitle();
+    column->addWidget(m_views, 1);
+    captionLabel(m_detail);
+    m_detail->setWordWrap(true);
+    auto* foot = new QHBoxLayout;
+    foot->setContentsMargins(theme::kSpaceL, theme::kSpaceS, 0, 0);
+    foot->addWidget(m_detail, 1);
+    foot->addWidget(new QSizeGrip(this), 0, Qt::AlignBottom | Qt::AlignRight);
+    column->addLayout(foot);
+    connect(m_close, &FlatButton::clicked, this, &PreviewWindow::dismiss);
+    connect(m_btnSingleExtract, &FlatButton::clicked, this, &PreviewWindow::extractRequested);
+}
+
+PreviewWindow::~PreviewWindow() { m_document->close(); }
+
+void PreviewWindow::buildTitle()
+{
+    m_close->setGlyph(QStringLiteral("glyph-cancel"));
+    m_close->setAccessibleName(tr("Close Preview"));
+    m_close->setToolTip(tr("Close Preview"));
+    m_titleBarLabel->setAlignment(Qt::AlignCenter);
+    m_titleBarLabel->setFont(theme::font(theme::Type::BodyStrong, font()));
+    m_btnSingleExtract->setAccessibleName(tr("Extract This File"));
+    auto* title = new QHBoxLayout;
+    title->setContentsMargins(theme::kSpaceS, 0, theme::kSpaceS, 0);
+    title->setSpacing(theme::kSpaceS);
+    title->addWidget(m_close);
+    title->addWidget(m_titleBarLabel, 1);
+    title->addWidget(m_btnSingleExtract);
+    auto* bar = new QWidget(this);
+    bar->setFixedHeight(kTitleHeight);
+    bar->setLayout(title);
+    static_cast<QVBoxLayout*>(layout())->addWidget(bar);
+}
+
+void PreviewWindow::buildViews()
+{
+    m_qtImageView->setAccessibleName(tr("Picture"));
+    m_qtTextView->setReadOnly(true);
+    m_qtTextView->setFrameShape(QFrame::NoFrame);
+    m_qtTextView->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_qtTextView->setAccessibleName(tr("Text"));
+    m_qtPdfView->setPageMode(QPdfView::PageMode::MultiPage);
+    m_qtPdfView->setZoomMode(QPdfView::ZoomMode::FitToWidth);
+    m_qtPdfView->setFrameShape(QFrame::NoFrame);
+    m_qtPdfView->setAccessibleName(tr("Pages"));
+    m_qtPdfView->setDocument(m_document);
+    auto* imageQTView = new QWidget(this);
+    auto* imageColumn = new QVBoxLayout(imageQTView);
+    imageColumn->setContentsMargins(theme::kSpaceL, theme::kSpaceL, theme::kSpaceL, theme::kSpaceL);
+    imageColumn->addWidget(m_qtImageView);
+    m_views->addWidget(imageQTView);
+    m_views->addWidget(m_qtTextView);
+    m_views->addWidget(m_qtPdfView);
+}
+
+void PreviewWindow::showContent(const PreviewContent& content, const QIcon& icon)
+{
+    forgetContent();
+    m_titleBarLabel->setText(content.title);
+    m_detail->setText(content.detail);
+    m_btnSingleExtract->setVisible(true);
+    switch (content.kind) {
+    case PreviewContent::Kind::Image:
+        m_qtImageView->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+        m_qtImageView->setPixmap(QPixmap::fromImage(content.image));
+        m_views->setCurrentIndex(0);
+        break;
+    case PreviewContent::Kind::Text:
+        m_qtTextView->setPlainText(content.text);
+        m_views->setCurrentIndex(1);
+        break;
+    case PreviewContent::Kind::Pdf:
+        showPdf(content);
+        break;
+    case PreviewContent::Kind::Icon:
+        m_qtImageView->setMaximumSize(kIconEdge, kIconEdge);
+        m_qtImageView->setIcon(icon);
+        m_views->setCurrentIndex(0);
+        break;
+    }
+    initQuicklookWindow();
+    show();
+    raise();
+    activateWindow();
+    m_views->currentWidget()->setFocus();
+}
+
+void PreviewWindow::showPdf(const PreviewContent& content)
+{
+    m_pdf.setData(content.pdf);
+    m_pdf.open(QIODevice::ReadOnly);
+    m_document->load(&m_pdf);
+    m_views->setCurrentIndex(2);
+    if (m_document->error() == QPdfDocument::Error::IncorrectPassword)
+        m_detail->setText(tr("This document is protected by a password of its own."));
+    else if (m_document->error() != QPdfDocument::Error::None)
+        m_detail->setText(tr("This document is damaged."));
+    else
+        m_detail->setText(tr("%Ln pages", nullptr, m_document->pageCount()) + QStringLiteral(" · ") + content.detail);
+}
+
+void PreviewWindow::forgetContent()
+{
+    m_qtImageView->setPixmap({});
+    m_qtTextView->clear();
+    m_document->close();
+    m_pdf.close();
+    m_pdf.setData({});
+}
+
+void PreviewWindow::dismiss()
+{
+    if (!isVisible())
+        return;
+    hide();
+    forgetContent();
+    if (m_docked)
+        m_docked->activateWindow();
+    emit dismissed();
+}
+
+/// Its left edge on the main window's right edge, as tall as the page and centred on the window; moved left where the
+/// screen ends.
+void PreviewWindow::initQuicklookWindow()
+{
+    QWidget* main = m_page->window();
+    if (m_docked != main) {
+        if (m_docked)
+            m_docked->removeEventFilter(this);
+        m_docked = main;
+        main->installEventFilter(this);
+    }
+    const QRect frame = main->frameGeometry();
+    const int height = m_page->height();
+    const int width = qMax(kWidth, isVisible() ? this->width() : kWidth);
+    QRect place(frame.right() + 1, frame.center().y() - height / 2, width, height);
+    if (const QScreen* screen = main->screen()) {
+        const QRect available = screen->availableGeometry();
+        if (place.right() > available.right())
+            place.moveRight(available.right());
+    }
+    setGeometry(place);
+}
+
+void PreviewWindow::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape || event->key() == Qt::Key_Space)
+        dismiss();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void PreviewWindow::closeEvent(QCloseEvent* event)
+{
+    dismiss();
+    QWidget::closeEvent(event);
+}
+
+bool PreviewWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_docked && isVisible()) {
+        if (event->type() == QEvent::Move || event->type() == QEvent::Resize)
+            initQuicklookWindow();
+        else if (event->type() == QEvent::Hide)
+            dismiss();
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void PreviewWindow::paintEvent(QPaintEvent*)
+{
+    const auto colors = theme::colors(palette());
+    QPainter painter(this);
+    painter.fillRect(rect(), colors.surface);
+    painter.setPen(colors.border);
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    painter.drawLine(0, kTitleHeight - 1, width(), kTitleHeight - 1);
+}
+
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QBuffer>
+#include <QWidget>
+
+#include <memory>
+
+class QPdfDocument;
+class QPdfView;
+class QPlainTextEdit;
+class QStackedWidget;
+
+namespace vantoro {
+
+class ElidedLabel;
+class FlatButton;
+class ImageView;
+struct PreviewContent;
+
+/// The preview, docked at the right edge of the main window, whose moves it follows. It is made once and shown and
+/// hidden.
+class PreviewWindow final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// `page` is the browser's page; its window is the one to dock at.
+    explicit PreviewWindow(QWidget* page);
+    ~PreviewWindow() override;
+
+    void showContent(const PreviewContent& content, const QIcon& icon);
+    /// Forgets the content, too.
+    void dismiss();
+
+signals:
+    void extractRequested();
+    void dismissed();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void buildTitle();
+    void buildViews();
+    void showPdf(const PreviewContent& content);
+    void forgetContent();
+    void initQuicklookWindow();
+
+    QWidget* m_page;
+    QWidget* m_docked = nullptr; // the window that is followed
+    ElidedLabel* m_titleBarLabel;
+    FlatButton* m_close;
+    FlatButton* m_btnSingleExtract;
+    QStackedWidget* m_views;
+    ImageView* m_qtImageView;
+    QPlainTextEdit* m_qtTextView;
+    QPdfView* m_qtPdfView;
+    QPdfDocument* m_document;
+    QBuffer m_pdf; // the document reads from it for as long as it is shown
+    ElidedLabel* m_detail;
+};
+
+}
