@@ -2,6 +2,73 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de">
 <context>
+    <name>AppCommands</name>
+    <message>
+        <source>&amp;Open Archive…</source>
+        <translation>Archiv ö&amp;ffnen …</translation>
+    </message>
+    <message>
+        <source>&amp;New Archive…</source>
+        <translation>&amp;Neues Archiv …</translation>
+    </message>
+    <message>
+        <source>&amp;Extract…</source>
+        <translation>&amp;Entpacken …</translation>
+    </message>
+    <message>
+        <source>Extract to the &amp;Desktop…</source>
+        <translation>Auf den &amp;Schreibtisch entpacken …</translation>
+    </message>
+    <message>
+        <source>Extract &amp;Beside the Archives…</source>
+        <translation>Neben den Archiven ent&amp;packen …</translation>
+    </message>
+    <message>
+        <source>&amp;Look Inside Before Extracting</source>
+        <translation>Vor dem Entpacken &amp;ansehen</translation>
+    </message>
+    <message>
+        <source>Window with Side &amp;Panel</source>
+        <translation>Fenster mit Seiten&amp;leiste</translation>
+    </message>
+    <message>
+        <source>Show &amp;Main Window</source>
+        <translation>&amp;Hauptfenster zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;Settings</source>
+        <translation>&amp;Einstellungen</translation>
+    </message>
+    <message>
+        <source>&amp;How to Use</source>
+        <translation>&amp;Kurzanleitung</translation>
+    </message>
+    <message>
+        <source>&amp;Keyboard Shortcuts</source>
+        <translation>&amp;Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>Get S&amp;upport</source>
+        <translation>&amp;Unterstützung</translation>
+    </message>
+    <message>
+        <source>Home Pa&amp;ge</source>
+        <translation>&amp;Webseite</translation>
+    </message>
+    <message>
+        <source>&amp;About Vantoro</source>
+        <translation>Ü&amp;ber Vantoro</translation>
+    </message>
+    <message>
+        <source>&amp;Close Window</source>
+        <translation>Fenster s&amp;chließen</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>Bee&amp;nden</translation>
+    </message>
+</context>
+<context>
     <name>AppSandboxFileAccess</name>
     <message>
         <source>Allow Access</source>
@@ -313,6 +380,91 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
 </context>
 <context>
+    <name>FilePreview</name>
+    <message numerus="yes">
+        <source>%n item(s)</source>
+        <translation>
+            <numerusform>%n Objekt</numerusform>
+            <numerusform>%n Objekte</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Cannot be read</source>
+        <translation>Nicht lesbar</translation>
+    </message>
+</context>
+<context>
+    <name>InformationWindow</name>
+    <message>
+        <source>Windows and the desktop</source>
+        <translation>Fenster und Desktop</translation>
+    </message>
+    <message>
+        <source>Reads many formats, writes 7z</source>
+        <translation>Liest viele Formate, schreibt 7z</translation>
+    </message>
+    <message>
+        <source>Reads and writes further formats</source>
+        <translation>Liest und schreibt weitere Formate</translation>
+    </message>
+    <message>
+        <source>LHA methods</source>
+        <translation>LHA-Verfahren</translation>
+    </message>
+    <message>
+        <source>Deflate, whole blocks</source>
+        <translation>Deflate, ganze Blöcke</translation>
+    </message>
+    <message>
+        <source>Deflate, streams</source>
+        <translation>Deflate, Datenströme</translation>
+    </message>
+    <message>
+        <source>Deflate, writing</source>
+        <translation>Deflate, Schreiben</translation>
+    </message>
+    <message>
+        <source>bzip2</source>
+        <translation>bzip2</translation>
+    </message>
+    <message>
+        <source>xz and lzma</source>
+        <translation>xz und lzma</translation>
+    </message>
+    <message>
+        <source>zst</source>
+        <translation>zst</translation>
+    </message>
+    <message>
+        <source>lz4</source>
+        <translation>lz4</translation>
+    </message>
+    <message>
+        <source>br</source>
+        <translation>br</translation>
+    </message>
+    <message>
+        <source>Ciphers and checksums</source>
+        <translation>Verschlüsselung und Prüfsummen</translation>
+    </message>
+    <message>
+        <source>Text encodings</source>
+        <translation>Textkodierungen</translation>
+    </message>
+    <message>
+        <source>Finding an encoding out</source>
+        <translation>Erkennen einer Kodierung</translation>
+    </message>
+    <message>
+        <source>Confines the decoders</source>
+        <translation>Schottet die Dekodierer ab</translation>
+    </message>
+    <message>
+        <source>Properties of pictures</source>
+        <translation>Eigenschaften von Bildern</translation>
+    </message>
+</context>
+<context>
     <name>KXUnarchiveWrapper</name>
     <message>
         <source>“%1” is too large to be shown: it has %2, and at most %3 are read for a preview.</source>
@@ -329,6 +481,115 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     <message>
         <source>“%1” cannot be read: %2.</source>
         <translation>„%1“ kann nicht gelesen werden: %2.</translation>
+    </message>
+</context>
+<context>
+    <name>MainPages</name>
+    <message>
+        <source>Compress</source>
+        <translation>Komprimieren</translation>
+    </message>
+    <message>
+        <source>Extract</source>
+        <translation>Entpacken</translation>
+    </message>
+</context>
+<context>
+    <name>PackKinds</name>
+    <message>
+        <source>Zip archive</source>
+        <translation>Zip-Archiv</translation>
+    </message>
+    <message>
+        <source>7-Zip archive</source>
+        <translation>7-Zip-Archiv</translation>
+    </message>
+    <message>
+        <source>Gzip-compressed tar</source>
+        <translation>Tar, mit Gzip komprimiert</translation>
+    </message>
+    <message>
+        <source>XZ-compressed tar</source>
+        <translation>Tar, mit XZ komprimiert</translation>
+    </message>
+    <message>
+        <source>Zstandard-compressed tar</source>
+        <translation>Tar, mit Zstandard komprimiert</translation>
+    </message>
+    <message>
+        <source>Bzip2-compressed tar</source>
+        <translation>Tar, mit Bzip2 komprimiert</translation>
+    </message>
+    <message>
+        <source>Tar archive</source>
+        <translation>Tar-Archiv</translation>
+    </message>
+    <message>
+        <source>LZ4-compressed tar</source>
+        <translation>Tar, mit LZ4 komprimiert</translation>
+    </message>
+    <message>
+        <source>Cpio archive</source>
+        <translation>Cpio-Archiv</translation>
+    </message>
+    <message>
+        <source>CD image (ISO 9660)</source>
+        <translation>CD-Abbild (ISO 9660)</translation>
+    </message>
+    <message>
+        <source>Xar archive</source>
+        <translation>Xar-Archiv</translation>
+    </message>
+    <message>
+        <source>Ar archive</source>
+        <translation>Ar-Archiv</translation>
+    </message>
+    <message>
+        <source>Java archive</source>
+        <translation>Java-Archiv</translation>
+    </message>
+    <message>
+        <source>Comic book archive</source>
+        <translation>Comic-Archiv</translation>
+    </message>
+    <message>
+        <source>Gzip-compressed file</source>
+        <translation>Datei, mit Gzip komprimiert</translation>
+    </message>
+    <message>
+        <source>XZ-compressed file</source>
+        <translation>Datei, mit XZ komprimiert</translation>
+    </message>
+    <message>
+        <source>Zstandard-compressed file</source>
+        <translation>Datei, mit Zstandard komprimiert</translation>
+    </message>
+    <message>
+        <source>Bzip2-compressed file</source>
+        <translation>Datei, mit Bzip2 komprimiert</translation>
+    </message>
+    <message>
+        <source>LZ4-compressed file</source>
+        <translation>Datei, mit LZ4 komprimiert</translation>
+    </message>
+</context>
+<context>
+    <name>PasswordStrength</name>
+    <message>
+        <source>Weak</source>
+        <translation>Schwach</translation>
+    </message>
+    <message>
+        <source>Fair</source>
+        <translation>Mäßig</translation>
+    </message>
+    <message>
+        <source>Good</source>
+        <translation>Gut</translation>
+    </message>
+    <message>
+        <source>Strong</source>
+        <translation>Stark</translation>
     </message>
 </context>
 <context>
@@ -514,6 +775,41 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
 </context>
 <context>
+    <name>vantoro::AppCommands</name>
+    <message>
+        <source>Extract page</source>
+        <translation>Seite „Entpacken“</translation>
+    </message>
+    <message>
+        <source>Compress page</source>
+        <translation>Seite „Komprimieren“</translation>
+    </message>
+    <message>
+        <source>Next page</source>
+        <translation>Nächste Seite</translation>
+    </message>
+    <message>
+        <source>Preview the chosen entry</source>
+        <translation>Ausgewählten Eintrag ansehen</translation>
+    </message>
+    <message>
+        <source>Filter entries</source>
+        <translation>Einträge filtern</translation>
+    </message>
+    <message>
+        <source>Choose everything</source>
+        <translation>Alles auswählen</translation>
+    </message>
+    <message>
+        <source>Open or close a folder of the archive</source>
+        <translation>Ordner im Archiv auf- oder zuklappen</translation>
+    </message>
+    <message>
+        <source>Stop what runs, close a question or a preview</source>
+        <translation>Laufendes stoppen, Frage oder Vorschau schließen</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::AppDelegate</name>
     <message>
         <source>Select archives to extract</source>
@@ -530,6 +826,53 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     <message>
         <source>Extract</source>
         <translation>Entpacken</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::CompressWindow</name>
+    <message>
+        <source>Start</source>
+        <translation>Starten</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Compression Options</source>
+        <translation>Komprimierungsoptionen</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Keines</translation>
+    </message>
+    <message>
+        <source>Type it once more</source>
+        <translation>Noch einmal eingeben</translation>
+    </message>
+    <message>
+        <source>Repeat the password</source>
+        <translation>Passwort wiederholen</translation>
+    </message>
+    <message>
+        <source>Format:</source>
+        <translation>Format:</translation>
+    </message>
+    <message>
+        <source>Password:</source>
+        <translation>Passwort:</translation>
+    </message>
+    <message>
+        <source>Repeat:</source>
+        <translation>Wiederholen:</translation>
+    </message>
+    <message>
+        <source>The two passwords differ.</source>
+        <translation>Die beiden Passwörter stimmen nicht überein.</translation>
     </message>
 </context>
 <context>
@@ -567,6 +910,112 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     <message>
         <source>OK</source>
         <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::HowToUseWindow</name>
+    <message>
+        <source>How to Use</source>
+        <translation>Kurzanleitung</translation>
+    </message>
+    <message>
+        <source>Extract</source>
+        <translation>Entpacken</translation>
+    </message>
+    <message>
+        <source>Drop archives on the window, or open them in the file manager. They come out one after another; whatever must be asked is asked in the archive&apos;s own row.</source>
+        <translation>Ziehen Sie Archive auf das Fenster oder öffnen Sie sie in der Dateiverwaltung. Sie werden nacheinander entpackt; Fragen stehen in der Zeile des jeweiligen Archivs.</translation>
+    </message>
+    <message>
+        <source>Look inside</source>
+        <translation>Hineinsehen</translation>
+    </message>
+    <message>
+        <source>With &quot;Look inside before extracting&quot; in the settings, an opened archive shows what it holds. Press Space to preview an entry, and extract all of it or only what you choose.</source>
+        <translation>Mit „Vor dem Entpacken ansehen“ in den Einstellungen zeigt ein geöffnetes Archiv seinen Inhalt. Mit der Leertaste sehen Sie einen Eintrag an; entpacken Sie alles oder nur das Ausgewählte.</translation>
+    </message>
+    <message>
+        <source>Compress</source>
+        <translation>Komprimieren</translation>
+    </message>
+    <message>
+        <source>Drop files and folders on the Compress page, choose a kind and, if you like, a password, and say where the archive is to be written.</source>
+        <translation>Ziehen Sie Dateien und Ordner auf die Seite „Komprimieren“, wählen Sie eine Art und auf Wunsch ein Passwort und geben Sie an, wohin das Archiv geschrieben werden soll.</translation>
+    </message>
+    <message>
+        <source>From the file manager</source>
+        <translation>Aus der Dateiverwaltung</translation>
+    </message>
+    <message>
+        <source>The menu of an archive offers to extract it there, to the Desktop, or to a folder of your choice.</source>
+        <translation>Das Menü eines Archivs bietet an, es an Ort und Stelle, auf den Schreibtisch oder in einen Ordner Ihrer Wahl zu entpacken.</translation>
+    </message>
+    <message>
+        <source>Always at hand</source>
+        <translation>Immer zur Hand</translation>
+    </message>
+    <message>
+        <source>Vantoro goes on running when its windows are closed. Its icon in the tray brings them back, and Quit ends it.</source>
+        <translation>Vantoro läuft weiter, wenn seine Fenster geschlossen werden. Das Symbol im Infobereich holt sie zurück, „Beenden“ beendet das Programm.</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::InformationWindow</name>
+    <message>
+        <source>About Vantoro</source>
+        <translation>Über Vantoro</translation>
+    </message>
+    <message>
+        <source>&amp;Formats</source>
+        <translation>&amp;Formate</translation>
+    </message>
+    <message>
+        <source>&amp;Libraries</source>
+        <translation>&amp;Bibliotheken</translation>
+    </message>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>Version %1, with Qt %2</source>
+        <translation>Version %1, mit Qt %2</translation>
+    </message>
+    <message>
+        <source>Free software under the GNU General Public License, version 3 or later.</source>
+        <translation>Freie Software unter der GNU General Public License, Version 3 oder später.</translation>
+    </message>
+    <message>
+        <source>Find a format or an extension</source>
+        <translation>Format oder Endung suchen</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>Extensions</source>
+        <translation>Endungen</translation>
+    </message>
+    <message>
+        <source>Formats that can be read</source>
+        <translation>Lesbare Formate</translation>
+    </message>
+    <message>
+        <source>Library</source>
+        <translation>Bibliothek</translation>
+    </message>
+    <message>
+        <source>Use</source>
+        <translation>Verwendung</translation>
+    </message>
+    <message>
+        <source>Licence</source>
+        <translation>Lizenz</translation>
+    </message>
+    <message>
+        <source>Libraries in use</source>
+        <translation>Verwendete Bibliotheken</translation>
     </message>
 </context>
 <context>
@@ -627,6 +1076,10 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     <message>
         <source>The archive &quot;%1&quot; of %2 holds %3 entries.</source>
         <translation>Das Archiv „%1“ mit %2 enthält %3 Einträge.</translation>
+    </message>
+    <message>
+        <source>The archive &quot;%1&quot; could not be read to its end: %2</source>
+        <translation>Das Archiv „%1“ konnte nicht bis zum Ende gelesen werden: %2</translation>
     </message>
 </context>
 <context>
@@ -726,6 +1179,25 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
 </context>
 <context>
+    <name>vantoro::KXMainWinController</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>&amp;Menu</source>
+        <translation>&amp;Menü</translation>
+    </message>
+    <message>
+        <source>How to use</source>
+        <translation>Kurzanleitung</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::KXPackViewController</name>
     <message>
         <source>Compress</source>
@@ -739,12 +1211,108 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
         <source>Select</source>
         <translation>Auswählen</translation>
     </message>
+    <message numerus="yes">
+        <source>%n item(s)</source>
+        <translation>
+            <numerusform>%n Objekt</numerusform>
+            <numerusform>%n Objekte</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Please select the destination</source>
+        <translation>Bitte wählen Sie das Ziel</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>Information</translation>
+    </message>
+    <message>
+        <source>Please drag files and folers here!</source>
+        <translation>Ziehen Sie Dateien und Ordner hierher!</translation>
+    </message>
+    <message>
+        <source>Compressing…</source>
+        <translation>Wird komprimiert …</translation>
+    </message>
+    <message>
+        <source>Add…</source>
+        <translation>Hinzufügen …</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>Options…</source>
+        <translation>Optionen …</translation>
+    </message>
+    <message>
+        <source>&amp;Format</source>
+        <translation>&amp;Format</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Keines</translation>
+    </message>
+    <message>
+        <source>&amp;Password</source>
+        <translation>&amp;Passwort</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXTableCellView</name>
+    <message>
+        <source>Preview</source>
+        <translation>Vorschau</translation>
+    </message>
+    <message>
+        <source>Remove from the list</source>
+        <translation>Aus der Liste entfernen</translation>
+    </message>
+    <message>
+        <source>Preview %1</source>
+        <translation>Vorschau von %1</translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation>%1 entfernen</translation>
+    </message>
 </context>
 <context>
     <name>vantoro::KXTaskListsView</name>
     <message>
         <source>Extractions</source>
         <translation>Entpackvorgänge</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::MainWindows</name>
+    <message>
+        <source>Stop compressing and quit?</source>
+        <translation>Komprimieren stoppen und beenden?</translation>
+    </message>
+    <message>
+        <source>An archive is being written. It will not be kept.</source>
+        <translation>Ein Archiv wird gerade geschrieben. Es wird nicht behalten.</translation>
+    </message>
+    <message>
+        <source>Go On</source>
+        <translation>Weiter</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PackTable</name>
+    <message>
+        <source>Files to compress</source>
+        <translation>Zu komprimierende Dateien</translation>
     </message>
 </context>
 <context>
@@ -795,6 +1363,59 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     <message>
         <source>Caps Lock is on.</source>
         <translation>Die Feststelltaste ist aktiv.</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PopViewController</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>Extract Archives…</source>
+        <translation>Archive entpacken …</translation>
+    </message>
+    <message>
+        <source>Open Main Window</source>
+        <translation>Hauptfenster öffnen</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>How to Use</source>
+        <translation>Kurzanleitung</translation>
+    </message>
+    <message>
+        <source>Quit Vantoro</source>
+        <translation>Vantoro beenden</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::Popover</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PreviewPanel</name>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>Vorschau</translation>
+    </message>
+    <message>
+        <source>Contents</source>
+        <translation>Inhalt</translation>
+    </message>
+    <message>
+        <source>Nothing to show</source>
+        <translation>Nichts anzuzeigen</translation>
     </message>
 </context>
 <context>
@@ -851,6 +1472,170 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
 </context>
 <context>
+    <name>vantoro::SettingsCard</name>
+    <message>
+        <source>Until Vantoro is started again.</source>
+        <translation>Gilt bis zum nächsten Start von Vantoro.</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::SettingsWindow</name>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Opening archives</source>
+        <translation>Archive öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Look inside before extracting</source>
+        <translation>Vor dem Entpacken &amp;ansehen</translation>
+    </message>
+    <message>
+        <source>An archive that you open is shown first, and extracted when you say so.</source>
+        <translation>Ein geöffnetes Archiv wird erst angezeigt und entpackt, wenn Sie es sagen.</translation>
+    </message>
+    <message>
+        <source>Main window with a &amp;side panel</source>
+        <translation>Hauptfenster mit &amp;Seitenleiste</translation>
+    </message>
+    <message>
+        <source>One window with the pages listed at its side, instead of the one with tabs. It extracts what you open without showing it first.</source>
+        <translation>Ein Fenster, das die Seiten am Rand auflistet, statt des Fensters mit Reitern. Es entpackt, was Sie öffnen, ohne es vorher zu zeigen.</translation>
+    </message>
+    <message>
+        <source>Only where it is needed</source>
+        <translation>Nur wo nötig</translation>
+    </message>
+    <message>
+        <source>Always</source>
+        <translation>Immer</translation>
+    </message>
+    <message>
+        <source>Never</source>
+        <translation>Nie</translation>
+    </message>
+    <message>
+        <source>Extracting</source>
+        <translation>Entpacken</translation>
+    </message>
+    <message>
+        <source>Make a &amp;folder for what comes out</source>
+        <translation>Einen &amp;Ordner für das Entpackte anlegen</translation>
+    </message>
+    <message>
+        <source>It is not needed when the archive holds a single item. Never: everything lies loose in the destination.</source>
+        <translation>Bei nur einem Objekt im Archiv ist er unnötig. „Nie“: Alles liegt lose am Ziel.</translation>
+    </message>
+    <message>
+        <source>&amp;Open what was extracted</source>
+        <translation>Entpacktes ö&amp;ffnen</translation>
+    </message>
+    <message>
+        <source>The folder or file opens when it is ready.</source>
+        <translation>Der Ordner oder die Datei wird geöffnet, sobald alles fertig ist.</translation>
+    </message>
+    <message>
+        <source>Move the archive to the &amp;Trash</source>
+        <translation>Archiv in den &amp;Papierkorb verschieben</translation>
+    </message>
+    <message>
+        <source>With all its parts, once everything has come out whole.</source>
+        <translation>Mit allen Teilen, sobald alles unversehrt entpackt ist.</translation>
+    </message>
+    <message>
+        <source>Give the new folder the archive&apos;s &amp;date</source>
+        <translation>Dem neuen Ordner das &amp;Datum des Archivs geben</translation>
+    </message>
+    <message>
+        <source>Otherwise the folder bears the time of its extraction. Files always keep their own dates.</source>
+        <translation>Sonst trägt der Ordner die Zeit des Entpackens. Dateien behalten immer ihr eigenes Datum.</translation>
+    </message>
+    <message>
+        <source>Ask every time</source>
+        <translation>Jedes Mal fragen</translation>
+    </message>
+    <message>
+        <source>Beside the archive</source>
+        <translation>Neben dem Archiv</translation>
+    </message>
+    <message>
+        <source>Places</source>
+        <translation>Orte</translation>
+    </message>
+    <message>
+        <source>&amp;Where archives are extracted to</source>
+        <translation>&amp;Wohin Archive entpackt werden</translation>
+    </message>
+    <message>
+        <source>Holds for archives that you open or drop, and for the file manager&apos;s menu.</source>
+        <translation>Gilt für Archive, die Sie öffnen oder ablegen, und für das Menü der Dateiverwaltung.</translation>
+    </message>
+    <message>
+        <source>&amp;Desktop folder</source>
+        <translation>Schreibtisch-&amp;Ordner</translation>
+    </message>
+    <message>
+        <source>Where &quot;Extract to the Desktop&quot; puts things.</source>
+        <translation>Hierhin entpackt „Auf den Schreibtisch entpacken“.</translation>
+    </message>
+    <message>
+        <source> %</source>
+        <translation> %</translation>
+    </message>
+    <message>
+        <source>File names in old archives</source>
+        <translation>Dateinamen in alten Archiven</translation>
+    </message>
+    <message>
+        <source>&amp;Encoding of file names</source>
+        <translation>&amp;Kodierung der Dateinamen</translation>
+    </message>
+    <message>
+        <source>How names are read in archives that do not say it themselves. Without a choice, it is found out.</source>
+        <translation>Wie Namen in Archiven gelesen werden, die es nicht selbst angeben. Ohne Auswahl wird sie erkannt.</translation>
+    </message>
+    <message>
+        <source>Ask when &amp;less sure than</source>
+        <translation>Nachfragen bei weniger Sicherheit a&amp;ls</translation>
+    </message>
+    <message>
+        <source>A guess at the encoding that is surer than this is used without a question.</source>
+        <translation>Eine sicherere Vermutung der Kodierung wird ohne Rückfrage verwendet.</translation>
+    </message>
+    <message>
+        <source>Choose the Desktop folder</source>
+        <translation>Schreibtisch-Ordner auswählen</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Auswählen</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ShortcutsWindow</name>
+    <message>
+        <source>Keyboard Shortcuts</source>
+        <translation>Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>In every window</source>
+        <translation>In jedem Fenster</translation>
+    </message>
+    <message>
+        <source>On the pages</source>
+        <translation>Auf den Seiten</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::SideTable</name>
+    <message>
+        <source>Pages</source>
+        <translation>Seiten</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::SpinningIndicator</name>
     <message>
         <source>Busy</source>
@@ -858,22 +1643,17 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
 </context>
 <context>
-    <name>vantoro::StartWindow</name>
+    <name>vantoro::StatusMenu</name>
     <message>
         <source>Vantoro</source>
         <translation>Vantoro</translation>
     </message>
+</context>
+<context>
+    <name>vantoro::StrengthBar</name>
     <message>
-        <source>Drop archives here to extract them</source>
-        <translation>Ziehen Sie Archive zum Entpacken hierher</translation>
-    </message>
-    <message>
-        <source>or choose them from your folders</source>
-        <translation>oder wählen Sie sie aus Ihren Ordnern</translation>
-    </message>
-    <message>
-        <source>Select Archives…</source>
-        <translation>Archive auswählen …</translation>
+        <source>Password strength</source>
+        <translation>Passwortstärke</translation>
     </message>
 </context>
 <context>
@@ -896,6 +1676,17 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
             <numerusform>%n Archiv</numerusform>
             <numerusform>%n Archive</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::TwoPageWindow</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
     </message>
 </context>
 <context>

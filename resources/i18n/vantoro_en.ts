@@ -26,6 +26,16 @@
     </message>
 </context>
 <context>
+    <name>FilePreview</name>
+    <message numerus="yes">
+        <source>%n item(s)</source>
+        <translation>
+            <numerusform>%n item</numerusform>
+            <numerusform>%n items</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>ProgressPanel</name>
     <message numerus="yes">
         <source>About %n seconds left</source>
@@ -46,6 +56,16 @@
         <translation>
             <numerusform>About %n hour left</numerusform>
             <numerusform>About %n hours left</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXPackViewController</name>
+    <message numerus="yes">
+        <source>%n item(s)</source>
+        <translation>
+            <numerusform>%n item</numerusform>
+            <numerusform>%n items</numerusform>
         </translation>
     </message>
 </context>

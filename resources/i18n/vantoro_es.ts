@@ -2,6 +2,73 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="es">
 <context>
+    <name>AppCommands</name>
+    <message>
+        <source>&amp;Open Archive…</source>
+        <translation>&amp;Abrir archivo…</translation>
+    </message>
+    <message>
+        <source>&amp;New Archive…</source>
+        <translation>&amp;Nuevo archivo comprimido…</translation>
+    </message>
+    <message>
+        <source>&amp;Extract…</source>
+        <translation>&amp;Extraer…</translation>
+    </message>
+    <message>
+        <source>Extract to the &amp;Desktop…</source>
+        <translation>Extraer en el &amp;escritorio…</translation>
+    </message>
+    <message>
+        <source>Extract &amp;Beside the Archives…</source>
+        <translation>Extraer &amp;junto a los archivos…</translation>
+    </message>
+    <message>
+        <source>&amp;Look Inside Before Extracting</source>
+        <translation>&amp;Ver el contenido antes de extraer</translation>
+    </message>
+    <message>
+        <source>Window with Side &amp;Panel</source>
+        <translation>Ventana con &amp;panel lateral</translation>
+    </message>
+    <message>
+        <source>Show &amp;Main Window</source>
+        <translation>Mostrar la ventana &amp;principal</translation>
+    </message>
+    <message>
+        <source>&amp;Settings</source>
+        <translation>A&amp;justes</translation>
+    </message>
+    <message>
+        <source>&amp;How to Use</source>
+        <translation>&amp;Cómo se usa</translation>
+    </message>
+    <message>
+        <source>&amp;Keyboard Shortcuts</source>
+        <translation>&amp;Atajos de teclado</translation>
+    </message>
+    <message>
+        <source>Get S&amp;upport</source>
+        <translation>Obtener ay&amp;uda</translation>
+    </message>
+    <message>
+        <source>Home Pa&amp;ge</source>
+        <translation>Página &amp;web</translation>
+    </message>
+    <message>
+        <source>&amp;About Vantoro</source>
+        <translation>Acerca &amp;de Vantoro</translation>
+    </message>
+    <message>
+        <source>&amp;Close Window</source>
+        <translation>&amp;Cerrar la ventana</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Salir</translation>
+    </message>
+</context>
+<context>
     <name>AppSandboxFileAccess</name>
     <message>
         <source>Allow Access</source>
@@ -313,6 +380,91 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     </message>
 </context>
 <context>
+    <name>FilePreview</name>
+    <message numerus="yes">
+        <source>%n item(s)</source>
+        <translation>
+            <numerusform>%n elemento</numerusform>
+            <numerusform>%n elementos</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Cannot be read</source>
+        <translation>No se puede leer</translation>
+    </message>
+</context>
+<context>
+    <name>InformationWindow</name>
+    <message>
+        <source>Windows and the desktop</source>
+        <translation>Ventanas y escritorio</translation>
+    </message>
+    <message>
+        <source>Reads many formats, writes 7z</source>
+        <translation>Lee muchos formatos, escribe 7z</translation>
+    </message>
+    <message>
+        <source>Reads and writes further formats</source>
+        <translation>Lee y escribe otros formatos</translation>
+    </message>
+    <message>
+        <source>LHA methods</source>
+        <translation>Métodos LHA</translation>
+    </message>
+    <message>
+        <source>Deflate, whole blocks</source>
+        <translation>Deflate, bloques completos</translation>
+    </message>
+    <message>
+        <source>Deflate, streams</source>
+        <translation>Deflate, flujos</translation>
+    </message>
+    <message>
+        <source>Deflate, writing</source>
+        <translation>Deflate, escritura</translation>
+    </message>
+    <message>
+        <source>bzip2</source>
+        <translation>bzip2</translation>
+    </message>
+    <message>
+        <source>xz and lzma</source>
+        <translation>xz y lzma</translation>
+    </message>
+    <message>
+        <source>zst</source>
+        <translation>zst</translation>
+    </message>
+    <message>
+        <source>lz4</source>
+        <translation>lz4</translation>
+    </message>
+    <message>
+        <source>br</source>
+        <translation>br</translation>
+    </message>
+    <message>
+        <source>Ciphers and checksums</source>
+        <translation>Cifrados y sumas de comprobación</translation>
+    </message>
+    <message>
+        <source>Text encodings</source>
+        <translation>Codificaciones de texto</translation>
+    </message>
+    <message>
+        <source>Finding an encoding out</source>
+        <translation>Detección de la codificación</translation>
+    </message>
+    <message>
+        <source>Confines the decoders</source>
+        <translation>Confina los decodificadores</translation>
+    </message>
+    <message>
+        <source>Properties of pictures</source>
+        <translation>Propiedades de las imágenes</translation>
+    </message>
+</context>
+<context>
     <name>KXUnarchiveWrapper</name>
     <message>
         <source>“%1” is too large to be shown: it has %2, and at most %3 are read for a preview.</source>
@@ -329,6 +481,115 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     <message>
         <source>“%1” cannot be read: %2.</source>
         <translation>No se puede leer «%1»: %2.</translation>
+    </message>
+</context>
+<context>
+    <name>MainPages</name>
+    <message>
+        <source>Compress</source>
+        <translation>Comprimir</translation>
+    </message>
+    <message>
+        <source>Extract</source>
+        <translation>Extraer</translation>
+    </message>
+</context>
+<context>
+    <name>PackKinds</name>
+    <message>
+        <source>Zip archive</source>
+        <translation>Archivo zip</translation>
+    </message>
+    <message>
+        <source>7-Zip archive</source>
+        <translation>Archivo 7-Zip</translation>
+    </message>
+    <message>
+        <source>Gzip-compressed tar</source>
+        <translation>Tar comprimido con gzip</translation>
+    </message>
+    <message>
+        <source>XZ-compressed tar</source>
+        <translation>Tar comprimido con xz</translation>
+    </message>
+    <message>
+        <source>Zstandard-compressed tar</source>
+        <translation>Tar comprimido con Zstandard</translation>
+    </message>
+    <message>
+        <source>Bzip2-compressed tar</source>
+        <translation>Tar comprimido con bzip2</translation>
+    </message>
+    <message>
+        <source>Tar archive</source>
+        <translation>Archivo tar</translation>
+    </message>
+    <message>
+        <source>LZ4-compressed tar</source>
+        <translation>Tar comprimido con LZ4</translation>
+    </message>
+    <message>
+        <source>Cpio archive</source>
+        <translation>Archivo cpio</translation>
+    </message>
+    <message>
+        <source>CD image (ISO 9660)</source>
+        <translation>Imagen de CD (ISO 9660)</translation>
+    </message>
+    <message>
+        <source>Xar archive</source>
+        <translation>Archivo xar</translation>
+    </message>
+    <message>
+        <source>Ar archive</source>
+        <translation>Archivo ar</translation>
+    </message>
+    <message>
+        <source>Java archive</source>
+        <translation>Archivo Java</translation>
+    </message>
+    <message>
+        <source>Comic book archive</source>
+        <translation>Archivo de cómic</translation>
+    </message>
+    <message>
+        <source>Gzip-compressed file</source>
+        <translation>Archivo comprimido con gzip</translation>
+    </message>
+    <message>
+        <source>XZ-compressed file</source>
+        <translation>Archivo comprimido con xz</translation>
+    </message>
+    <message>
+        <source>Zstandard-compressed file</source>
+        <translation>Archivo comprimido con Zstandard</translation>
+    </message>
+    <message>
+        <source>Bzip2-compressed file</source>
+        <translation>Archivo comprimido con bzip2</translation>
+    </message>
+    <message>
+        <source>LZ4-compressed file</source>
+        <translation>Archivo comprimido con LZ4</translation>
+    </message>
+</context>
+<context>
+    <name>PasswordStrength</name>
+    <message>
+        <source>Weak</source>
+        <translation>Débil</translation>
+    </message>
+    <message>
+        <source>Fair</source>
+        <translation>Aceptable</translation>
+    </message>
+    <message>
+        <source>Good</source>
+        <translation>Buena</translation>
+    </message>
+    <message>
+        <source>Strong</source>
+        <translation>Fuerte</translation>
     </message>
 </context>
 <context>
@@ -514,6 +775,41 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     </message>
 </context>
 <context>
+    <name>vantoro::AppCommands</name>
+    <message>
+        <source>Extract page</source>
+        <translation>Página Extraer</translation>
+    </message>
+    <message>
+        <source>Compress page</source>
+        <translation>Página Comprimir</translation>
+    </message>
+    <message>
+        <source>Next page</source>
+        <translation>Página siguiente</translation>
+    </message>
+    <message>
+        <source>Preview the chosen entry</source>
+        <translation>Vista previa del elemento elegido</translation>
+    </message>
+    <message>
+        <source>Filter entries</source>
+        <translation>Filtrar elementos</translation>
+    </message>
+    <message>
+        <source>Choose everything</source>
+        <translation>Seleccionar todo</translation>
+    </message>
+    <message>
+        <source>Open or close a folder of the archive</source>
+        <translation>Abrir o cerrar una carpeta del archivo</translation>
+    </message>
+    <message>
+        <source>Stop what runs, close a question or a preview</source>
+        <translation>Detener lo que esté en curso, cerrar una pregunta o una vista previa</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::AppDelegate</name>
     <message>
         <source>Select archives to extract</source>
@@ -530,6 +826,53 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     <message>
         <source>Extract</source>
         <translation>Extraer</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::CompressWindow</name>
+    <message>
+        <source>Start</source>
+        <translation>Empezar</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>Compression Options</source>
+        <translation>Opciones de compresión</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>Formato</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Ninguna</translation>
+    </message>
+    <message>
+        <source>Type it once more</source>
+        <translation>Escríbala otra vez</translation>
+    </message>
+    <message>
+        <source>Repeat the password</source>
+        <translation>Repita la contraseña</translation>
+    </message>
+    <message>
+        <source>Format:</source>
+        <translation>Formato:</translation>
+    </message>
+    <message>
+        <source>Password:</source>
+        <translation>Contraseña:</translation>
+    </message>
+    <message>
+        <source>Repeat:</source>
+        <translation>Repetir:</translation>
+    </message>
+    <message>
+        <source>The two passwords differ.</source>
+        <translation>Las dos contraseñas no coinciden.</translation>
     </message>
 </context>
 <context>
@@ -567,6 +910,112 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     <message>
         <source>OK</source>
         <translation>Aceptar</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::HowToUseWindow</name>
+    <message>
+        <source>How to Use</source>
+        <translation>Cómo se usa</translation>
+    </message>
+    <message>
+        <source>Extract</source>
+        <translation>Extraer</translation>
+    </message>
+    <message>
+        <source>Drop archives on the window, or open them in the file manager. They come out one after another; whatever must be asked is asked in the archive&apos;s own row.</source>
+        <translation>Suelte archivos en la ventana o ábralos en el gestor de archivos. Se extraen uno tras otro; lo que haya que preguntar aparece en la fila del propio archivo.</translation>
+    </message>
+    <message>
+        <source>Look inside</source>
+        <translation>Ver el contenido</translation>
+    </message>
+    <message>
+        <source>With &quot;Look inside before extracting&quot; in the settings, an opened archive shows what it holds. Press Space to preview an entry, and extract all of it or only what you choose.</source>
+        <translation>Con «Ver el contenido antes de extraer» en los ajustes, un archivo abierto muestra lo que contiene. Pulse Espacio para previsualizar un elemento y extraiga todo o solo lo que elija.</translation>
+    </message>
+    <message>
+        <source>Compress</source>
+        <translation>Comprimir</translation>
+    </message>
+    <message>
+        <source>Drop files and folders on the Compress page, choose a kind and, if you like, a password, and say where the archive is to be written.</source>
+        <translation>Suelte archivos y carpetas en la página Comprimir, elija un tipo y, si quiere, una contraseña, e indique dónde se guardará el archivo.</translation>
+    </message>
+    <message>
+        <source>From the file manager</source>
+        <translation>Desde el gestor de archivos</translation>
+    </message>
+    <message>
+        <source>The menu of an archive offers to extract it there, to the Desktop, or to a folder of your choice.</source>
+        <translation>El menú de un archivo permite extraerlo ahí mismo, en el escritorio o en la carpeta que elija.</translation>
+    </message>
+    <message>
+        <source>Always at hand</source>
+        <translation>Siempre a mano</translation>
+    </message>
+    <message>
+        <source>Vantoro goes on running when its windows are closed. Its icon in the tray brings them back, and Quit ends it.</source>
+        <translation>Vantoro sigue en marcha al cerrar sus ventanas. Su icono en la bandeja las recupera, y Salir lo termina.</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::InformationWindow</name>
+    <message>
+        <source>About Vantoro</source>
+        <translation>Acerca de Vantoro</translation>
+    </message>
+    <message>
+        <source>&amp;Formats</source>
+        <translation>&amp;Formatos</translation>
+    </message>
+    <message>
+        <source>&amp;Libraries</source>
+        <translation>&amp;Bibliotecas</translation>
+    </message>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>Version %1, with Qt %2</source>
+        <translation>Versión %1, con Qt %2</translation>
+    </message>
+    <message>
+        <source>Free software under the GNU General Public License, version 3 or later.</source>
+        <translation>Software libre bajo la Licencia Pública General de GNU, versión 3 o posterior.</translation>
+    </message>
+    <message>
+        <source>Find a format or an extension</source>
+        <translation>Buscar un formato o una extensión</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>Formato</translation>
+    </message>
+    <message>
+        <source>Extensions</source>
+        <translation>Extensiones</translation>
+    </message>
+    <message>
+        <source>Formats that can be read</source>
+        <translation>Formatos que se pueden leer</translation>
+    </message>
+    <message>
+        <source>Library</source>
+        <translation>Biblioteca</translation>
+    </message>
+    <message>
+        <source>Use</source>
+        <translation>Uso</translation>
+    </message>
+    <message>
+        <source>Licence</source>
+        <translation>Licencia</translation>
+    </message>
+    <message>
+        <source>Libraries in use</source>
+        <translation>Bibliotecas utilizadas</translation>
     </message>
 </context>
 <context>
@@ -627,6 +1076,10 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     <message>
         <source>The archive &quot;%1&quot; of %2 holds %3 entries.</source>
         <translation>El archivo «%1» de %2 contiene %3 elementos.</translation>
+    </message>
+    <message>
+        <source>The archive &quot;%1&quot; could not be read to its end: %2</source>
+        <translation>No se ha podido leer hasta el final el archivo «%1»: %2</translation>
     </message>
 </context>
 <context>
@@ -726,6 +1179,25 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     </message>
 </context>
 <context>
+    <name>vantoro::KXMainWinController</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>&amp;Menu</source>
+        <translation>&amp;Menú</translation>
+    </message>
+    <message>
+        <source>How to use</source>
+        <translation>Cómo se usa</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Ajustes</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::KXPackViewController</name>
     <message>
         <source>Compress</source>
@@ -739,12 +1211,108 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
         <source>Select</source>
         <translation>Seleccionar</translation>
     </message>
+    <message numerus="yes">
+        <source>%n item(s)</source>
+        <translation>
+            <numerusform>%n elemento</numerusform>
+            <numerusform>%n elementos</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Please select the destination</source>
+        <translation>Seleccione el destino</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>Información</translation>
+    </message>
+    <message>
+        <source>Please drag files and folers here!</source>
+        <translation>¡Arrastre aquí archivos y carpetas!</translation>
+    </message>
+    <message>
+        <source>Compressing…</source>
+        <translation>Comprimiendo…</translation>
+    </message>
+    <message>
+        <source>Add…</source>
+        <translation>Añadir…</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Vaciar</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>Formato</translation>
+    </message>
+    <message>
+        <source>Options…</source>
+        <translation>Opciones…</translation>
+    </message>
+    <message>
+        <source>&amp;Format</source>
+        <translation>&amp;Formato</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Ninguna</translation>
+    </message>
+    <message>
+        <source>&amp;Password</source>
+        <translation>&amp;Contraseña</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXTableCellView</name>
+    <message>
+        <source>Preview</source>
+        <translation>Vista previa</translation>
+    </message>
+    <message>
+        <source>Remove from the list</source>
+        <translation>Quitar de la lista</translation>
+    </message>
+    <message>
+        <source>Preview %1</source>
+        <translation>Vista previa de %1</translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation>Quitar %1</translation>
+    </message>
 </context>
 <context>
     <name>vantoro::KXTaskListsView</name>
     <message>
         <source>Extractions</source>
         <translation>Extracciones</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::MainWindows</name>
+    <message>
+        <source>Stop compressing and quit?</source>
+        <translation>¿Detener la compresión y salir?</translation>
+    </message>
+    <message>
+        <source>An archive is being written. It will not be kept.</source>
+        <translation>Se está escribiendo un archivo comprimido. No se conservará.</translation>
+    </message>
+    <message>
+        <source>Go On</source>
+        <translation>Seguir</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Salir</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PackTable</name>
+    <message>
+        <source>Files to compress</source>
+        <translation>Archivos que se van a comprimir</translation>
     </message>
 </context>
 <context>
@@ -795,6 +1363,59 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     <message>
         <source>Caps Lock is on.</source>
         <translation>Bloq Mayús está activado.</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PopViewController</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>Extract Archives…</source>
+        <translation>Extraer archivos…</translation>
+    </message>
+    <message>
+        <source>Open Main Window</source>
+        <translation>Abrir la ventana principal</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Ajustes</translation>
+    </message>
+    <message>
+        <source>How to Use</source>
+        <translation>Cómo se usa</translation>
+    </message>
+    <message>
+        <source>Quit Vantoro</source>
+        <translation>Salir de Vantoro</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::Popover</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PreviewPanel</name>
+    <message>
+        <source>Open</source>
+        <translation>Abrir</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>Vista previa</translation>
+    </message>
+    <message>
+        <source>Contents</source>
+        <translation>Contenido</translation>
+    </message>
+    <message>
+        <source>Nothing to show</source>
+        <translation>Nada que mostrar</translation>
     </message>
 </context>
 <context>
@@ -851,6 +1472,170 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     </message>
 </context>
 <context>
+    <name>vantoro::SettingsCard</name>
+    <message>
+        <source>Until Vantoro is started again.</source>
+        <translation>Hasta que Vantoro se inicie de nuevo.</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::SettingsWindow</name>
+    <message>
+        <source>Settings</source>
+        <translation>Ajustes</translation>
+    </message>
+    <message>
+        <source>Opening archives</source>
+        <translation>Apertura de archivos</translation>
+    </message>
+    <message>
+        <source>&amp;Look inside before extracting</source>
+        <translation>&amp;Ver el contenido antes de extraer</translation>
+    </message>
+    <message>
+        <source>An archive that you open is shown first, and extracted when you say so.</source>
+        <translation>El archivo que abra se muestra primero y se extrae cuando usted lo indique.</translation>
+    </message>
+    <message>
+        <source>Main window with a &amp;side panel</source>
+        <translation>Ventana principal con panel &amp;lateral</translation>
+    </message>
+    <message>
+        <source>One window with the pages listed at its side, instead of the one with tabs. It extracts what you open without showing it first.</source>
+        <translation>Una ventana con las páginas enumeradas a un lado, en lugar de pestañas. Extrae lo que abra sin mostrarlo antes.</translation>
+    </message>
+    <message>
+        <source>Only where it is needed</source>
+        <translation>Solo si hace falta</translation>
+    </message>
+    <message>
+        <source>Always</source>
+        <translation>Siempre</translation>
+    </message>
+    <message>
+        <source>Never</source>
+        <translation>Nunca</translation>
+    </message>
+    <message>
+        <source>Extracting</source>
+        <translation>Extracción</translation>
+    </message>
+    <message>
+        <source>Make a &amp;folder for what comes out</source>
+        <translation>Crear una &amp;carpeta para lo extraído</translation>
+    </message>
+    <message>
+        <source>It is not needed when the archive holds a single item. Never: everything lies loose in the destination.</source>
+        <translation>No hace falta si el archivo contiene un solo elemento. Nunca: todo queda suelto en el destino.</translation>
+    </message>
+    <message>
+        <source>&amp;Open what was extracted</source>
+        <translation>&amp;Abrir lo extraído</translation>
+    </message>
+    <message>
+        <source>The folder or file opens when it is ready.</source>
+        <translation>La carpeta o el archivo se abre cuando está listo.</translation>
+    </message>
+    <message>
+        <source>Move the archive to the &amp;Trash</source>
+        <translation>Mover el archivo a la &amp;papelera</translation>
+    </message>
+    <message>
+        <source>With all its parts, once everything has come out whole.</source>
+        <translation>Con todas sus partes, una vez que todo se haya extraído íntegro.</translation>
+    </message>
+    <message>
+        <source>Give the new folder the archive&apos;s &amp;date</source>
+        <translation>Dar a la carpeta nueva la &amp;fecha del archivo</translation>
+    </message>
+    <message>
+        <source>Otherwise the folder bears the time of its extraction. Files always keep their own dates.</source>
+        <translation>Si no, la carpeta lleva la hora de la extracción. Los archivos conservan siempre sus fechas.</translation>
+    </message>
+    <message>
+        <source>Ask every time</source>
+        <translation>Preguntar siempre</translation>
+    </message>
+    <message>
+        <source>Beside the archive</source>
+        <translation>Junto al archivo</translation>
+    </message>
+    <message>
+        <source>Places</source>
+        <translation>Lugares</translation>
+    </message>
+    <message>
+        <source>&amp;Where archives are extracted to</source>
+        <translation>&amp;Dónde se extraen los archivos</translation>
+    </message>
+    <message>
+        <source>Holds for archives that you open or drop, and for the file manager&apos;s menu.</source>
+        <translation>Vale para los archivos que abra o suelte y para el menú del gestor de archivos.</translation>
+    </message>
+    <message>
+        <source>&amp;Desktop folder</source>
+        <translation>Carpeta &amp;Escritorio</translation>
+    </message>
+    <message>
+        <source>Where &quot;Extract to the Desktop&quot; puts things.</source>
+        <translation>Donde «Extraer en el escritorio» deja las cosas.</translation>
+    </message>
+    <message>
+        <source> %</source>
+        <translation> %</translation>
+    </message>
+    <message>
+        <source>File names in old archives</source>
+        <translation>Nombres en archivos antiguos</translation>
+    </message>
+    <message>
+        <source>&amp;Encoding of file names</source>
+        <translation>&amp;Codificación de los nombres</translation>
+    </message>
+    <message>
+        <source>How names are read in archives that do not say it themselves. Without a choice, it is found out.</source>
+        <translation>Cómo se leen los nombres en los archivos que no lo indican. Si no se elige, se detecta.</translation>
+    </message>
+    <message>
+        <source>Ask when &amp;less sure than</source>
+        <translation>Preguntar si la certeza es &amp;menor que</translation>
+    </message>
+    <message>
+        <source>A guess at the encoding that is surer than this is used without a question.</source>
+        <translation>Una estimación más segura que esto se usa sin preguntar.</translation>
+    </message>
+    <message>
+        <source>Choose the Desktop folder</source>
+        <translation>Elija la carpeta Escritorio</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Seleccionar</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ShortcutsWindow</name>
+    <message>
+        <source>Keyboard Shortcuts</source>
+        <translation>Atajos de teclado</translation>
+    </message>
+    <message>
+        <source>In every window</source>
+        <translation>En cualquier ventana</translation>
+    </message>
+    <message>
+        <source>On the pages</source>
+        <translation>En las páginas</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::SideTable</name>
+    <message>
+        <source>Pages</source>
+        <translation>Páginas</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::SpinningIndicator</name>
     <message>
         <source>Busy</source>
@@ -858,22 +1643,17 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     </message>
 </context>
 <context>
-    <name>vantoro::StartWindow</name>
+    <name>vantoro::StatusMenu</name>
     <message>
         <source>Vantoro</source>
         <translation>Vantoro</translation>
     </message>
+</context>
+<context>
+    <name>vantoro::StrengthBar</name>
     <message>
-        <source>Drop archives here to extract them</source>
-        <translation>Suelte aquí archivos para extraerlos</translation>
-    </message>
-    <message>
-        <source>or choose them from your folders</source>
-        <translation>o elíjalos en sus carpetas</translation>
-    </message>
-    <message>
-        <source>Select Archives…</source>
-        <translation>Seleccionar archivos…</translation>
+        <source>Password strength</source>
+        <translation>Seguridad de la contraseña</translation>
     </message>
 </context>
 <context>
@@ -896,6 +1676,17 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
             <numerusform>%n archivo</numerusform>
             <numerusform>%n archivos</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::TwoPageWindow</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menú</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,73 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr">
 <context>
+    <name>AppCommands</name>
+    <message>
+        <source>&amp;Open Archive…</source>
+        <translation>&amp;Ouvrir une archive…</translation>
+    </message>
+    <message>
+        <source>&amp;New Archive…</source>
+        <translation>&amp;Nouvelle archive…</translation>
+    </message>
+    <message>
+        <source>&amp;Extract…</source>
+        <translation>&amp;Extraire…</translation>
+    </message>
+    <message>
+        <source>Extract to the &amp;Desktop…</source>
+        <translation>Extraire sur le &amp;bureau…</translation>
+    </message>
+    <message>
+        <source>Extract &amp;Beside the Archives…</source>
+        <translation>Extraire à &amp;côté des archives…</translation>
+    </message>
+    <message>
+        <source>&amp;Look Inside Before Extracting</source>
+        <translation>&amp;Voir le contenu avant d’extraire</translation>
+    </message>
+    <message>
+        <source>Window with Side &amp;Panel</source>
+        <translation>Fenêtre avec &amp;panneau latéral</translation>
+    </message>
+    <message>
+        <source>Show &amp;Main Window</source>
+        <translation>Afficher la fenêtre &amp;principale</translation>
+    </message>
+    <message>
+        <source>&amp;Settings</source>
+        <translation>&amp;Réglages</translation>
+    </message>
+    <message>
+        <source>&amp;How to Use</source>
+        <translation>&amp;Mode d’emploi</translation>
+    </message>
+    <message>
+        <source>&amp;Keyboard Shortcuts</source>
+        <translation>&amp;Raccourcis clavier</translation>
+    </message>
+    <message>
+        <source>Get S&amp;upport</source>
+        <translation>Obtenir de l’a&amp;ide</translation>
+    </message>
+    <message>
+        <source>Home Pa&amp;ge</source>
+        <translation>&amp;Site Web</translation>
+    </message>
+    <message>
+        <source>&amp;About Vantoro</source>
+        <translation>À propos de &amp;Vantoro</translation>
+    </message>
+    <message>
+        <source>&amp;Close Window</source>
+        <translation>&amp;Fermer la fenêtre</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Quitter</translation>
+    </message>
+</context>
+<context>
     <name>AppSandboxFileAccess</name>
     <message>
         <source>Allow Access</source>
@@ -313,6 +380,91 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
 </context>
 <context>
+    <name>FilePreview</name>
+    <message numerus="yes">
+        <source>%n item(s)</source>
+        <translation>
+            <numerusform>%n élément</numerusform>
+            <numerusform>%n éléments</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Cannot be read</source>
+        <translation>Lecture impossible</translation>
+    </message>
+</context>
+<context>
+    <name>InformationWindow</name>
+    <message>
+        <source>Windows and the desktop</source>
+        <translation>Fenêtres et bureau</translation>
+    </message>
+    <message>
+        <source>Reads many formats, writes 7z</source>
+        <translation>Lit de nombreux formats, écrit du 7z</translation>
+    </message>
+    <message>
+        <source>Reads and writes further formats</source>
+        <translation>Lit et écrit d’autres formats</translation>
+    </message>
+    <message>
+        <source>LHA methods</source>
+        <translation>Méthodes LHA</translation>
+    </message>
+    <message>
+        <source>Deflate, whole blocks</source>
+        <translation>Deflate, blocs entiers</translation>
+    </message>
+    <message>
+        <source>Deflate, streams</source>
+        <translation>Deflate, flux</translation>
+    </message>
+    <message>
+        <source>Deflate, writing</source>
+        <translation>Deflate, écriture</translation>
+    </message>
+    <message>
+        <source>bzip2</source>
+        <translation>bzip2</translation>
+    </message>
+    <message>
+        <source>xz and lzma</source>
+        <translation>xz et lzma</translation>
+    </message>
+    <message>
+        <source>zst</source>
+        <translation>zst</translation>
+    </message>
+    <message>
+        <source>lz4</source>
+        <translation>lz4</translation>
+    </message>
+    <message>
+        <source>br</source>
+        <translation>br</translation>
+    </message>
+    <message>
+        <source>Ciphers and checksums</source>
+        <translation>Chiffrements et sommes de contrôle</translation>
+    </message>
+    <message>
+        <source>Text encodings</source>
+        <translation>Encodages de texte</translation>
+    </message>
+    <message>
+        <source>Finding an encoding out</source>
+        <translation>Détection d’un encodage</translation>
+    </message>
+    <message>
+        <source>Confines the decoders</source>
+        <translation>Confine les décodeurs</translation>
+    </message>
+    <message>
+        <source>Properties of pictures</source>
+        <translation>Propriétés des images</translation>
+    </message>
+</context>
+<context>
     <name>KXUnarchiveWrapper</name>
     <message>
         <source>“%1” is too large to be shown: it has %2, and at most %3 are read for a preview.</source>
@@ -329,6 +481,115 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     <message>
         <source>“%1” cannot be read: %2.</source>
         <translation>« %1 » ne peut pas être lu : %2.</translation>
+    </message>
+</context>
+<context>
+    <name>MainPages</name>
+    <message>
+        <source>Compress</source>
+        <translation>Compresser</translation>
+    </message>
+    <message>
+        <source>Extract</source>
+        <translation>Extraire</translation>
+    </message>
+</context>
+<context>
+    <name>PackKinds</name>
+    <message>
+        <source>Zip archive</source>
+        <translation>Archive zip</translation>
+    </message>
+    <message>
+        <source>7-Zip archive</source>
+        <translation>Archive 7-Zip</translation>
+    </message>
+    <message>
+        <source>Gzip-compressed tar</source>
+        <translation>Tar compressé avec gzip</translation>
+    </message>
+    <message>
+        <source>XZ-compressed tar</source>
+        <translation>Tar compressé avec xz</translation>
+    </message>
+    <message>
+        <source>Zstandard-compressed tar</source>
+        <translation>Tar compressé avec Zstandard</translation>
+    </message>
+    <message>
+        <source>Bzip2-compressed tar</source>
+        <translation>Tar compressé avec bzip2</translation>
+    </message>
+    <message>
+        <source>Tar archive</source>
+        <translation>Archive tar</translation>
+    </message>
+    <message>
+        <source>LZ4-compressed tar</source>
+        <translation>Tar compressé avec LZ4</translation>
+    </message>
+    <message>
+        <source>Cpio archive</source>
+        <translation>Archive cpio</translation>
+    </message>
+    <message>
+        <source>CD image (ISO 9660)</source>
+        <translation>Image de CD (ISO 9660)</translation>
+    </message>
+    <message>
+        <source>Xar archive</source>
+        <translation>Archive xar</translation>
+    </message>
+    <message>
+        <source>Ar archive</source>
+        <translation>Archive ar</translation>
+    </message>
+    <message>
+        <source>Java archive</source>
+        <translation>Archive Java</translation>
+    </message>
+    <message>
+        <source>Comic book archive</source>
+        <translation>Bande dessinée (archive)</translation>
+    </message>
+    <message>
+        <source>Gzip-compressed file</source>
+        <translation>Fichier compressé avec gzip</translation>
+    </message>
+    <message>
+        <source>XZ-compressed file</source>
+        <translation>Fichier compressé avec xz</translation>
+    </message>
+    <message>
+        <source>Zstandard-compressed file</source>
+        <translation>Fichier compressé avec Zstandard</translation>
+    </message>
+    <message>
+        <source>Bzip2-compressed file</source>
+        <translation>Fichier compressé avec bzip2</translation>
+    </message>
+    <message>
+        <source>LZ4-compressed file</source>
+        <translation>Fichier compressé avec LZ4</translation>
+    </message>
+</context>
+<context>
+    <name>PasswordStrength</name>
+    <message>
+        <source>Weak</source>
+        <translation>Faible</translation>
+    </message>
+    <message>
+        <source>Fair</source>
+        <translation>Moyen</translation>
+    </message>
+    <message>
+        <source>Good</source>
+        <translation>Bon</translation>
+    </message>
+    <message>
+        <source>Strong</source>
+        <translation>Fort</translation>
     </message>
 </context>
 <context>
@@ -514,6 +775,41 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
 </context>
 <context>
+    <name>vantoro::AppCommands</name>
+    <message>
+        <source>Extract page</source>
+        <translation>Page Extraire</translation>
+    </message>
+    <message>
+        <source>Compress page</source>
+        <translation>Page Compresser</translation>
+    </message>
+    <message>
+        <source>Next page</source>
+        <translation>Page suivante</translation>
+    </message>
+    <message>
+        <source>Preview the chosen entry</source>
+        <translation>Aperçu de l’élément choisi</translation>
+    </message>
+    <message>
+        <source>Filter entries</source>
+        <translation>Filtrer les éléments</translation>
+    </message>
+    <message>
+        <source>Choose everything</source>
+        <translation>Tout sélectionner</translation>
+    </message>
+    <message>
+        <source>Open or close a folder of the archive</source>
+        <translation>Ouvrir ou fermer un dossier de l’archive</translation>
+    </message>
+    <message>
+        <source>Stop what runs, close a question or a preview</source>
+        <translation>Arrêter l’opération, fermer une question ou un aperçu</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::AppDelegate</name>
     <message>
         <source>Select archives to extract</source>
@@ -530,6 +826,53 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     <message>
         <source>Extract</source>
         <translation>Extraire</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::CompressWindow</name>
+    <message>
+        <source>Start</source>
+        <translation>Démarrer</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Compression Options</source>
+        <translation>Options de compression</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Aucun</translation>
+    </message>
+    <message>
+        <source>Type it once more</source>
+        <translation>Saisissez-le à nouveau</translation>
+    </message>
+    <message>
+        <source>Repeat the password</source>
+        <translation>Répéter le mot de passe</translation>
+    </message>
+    <message>
+        <source>Format:</source>
+        <translation>Format :</translation>
+    </message>
+    <message>
+        <source>Password:</source>
+        <translation>Mot de passe :</translation>
+    </message>
+    <message>
+        <source>Repeat:</source>
+        <translation>Confirmer :</translation>
+    </message>
+    <message>
+        <source>The two passwords differ.</source>
+        <translation>Les deux mots de passe sont différents.</translation>
     </message>
 </context>
 <context>
@@ -567,6 +910,112 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     <message>
         <source>OK</source>
         <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::HowToUseWindow</name>
+    <message>
+        <source>How to Use</source>
+        <translation>Mode d’emploi</translation>
+    </message>
+    <message>
+        <source>Extract</source>
+        <translation>Extraire</translation>
+    </message>
+    <message>
+        <source>Drop archives on the window, or open them in the file manager. They come out one after another; whatever must be asked is asked in the archive&apos;s own row.</source>
+        <translation>Déposez des archives sur la fenêtre ou ouvrez-les dans le gestionnaire de fichiers. Elles sont extraites l’une après l’autre ; les questions apparaissent dans la ligne de l’archive.</translation>
+    </message>
+    <message>
+        <source>Look inside</source>
+        <translation>Voir le contenu</translation>
+    </message>
+    <message>
+        <source>With &quot;Look inside before extracting&quot; in the settings, an opened archive shows what it holds. Press Space to preview an entry, and extract all of it or only what you choose.</source>
+        <translation>Avec « Voir le contenu avant d’extraire » dans les réglages, une archive ouverte montre ce qu’elle contient. Appuyez sur Espace pour un aperçu, puis extrayez tout ou seulement votre choix.</translation>
+    </message>
+    <message>
+        <source>Compress</source>
+        <translation>Compresser</translation>
+    </message>
+    <message>
+        <source>Drop files and folders on the Compress page, choose a kind and, if you like, a password, and say where the archive is to be written.</source>
+        <translation>Déposez des fichiers et des dossiers sur la page Compresser, choisissez un type et, si vous le voulez, un mot de passe, puis l’emplacement de l’archive.</translation>
+    </message>
+    <message>
+        <source>From the file manager</source>
+        <translation>Depuis le gestionnaire de fichiers</translation>
+    </message>
+    <message>
+        <source>The menu of an archive offers to extract it there, to the Desktop, or to a folder of your choice.</source>
+        <translation>Le menu d’une archive propose de l’extraire sur place, sur le bureau ou dans le dossier de votre choix.</translation>
+    </message>
+    <message>
+        <source>Always at hand</source>
+        <translation>Toujours à portée de main</translation>
+    </message>
+    <message>
+        <source>Vantoro goes on running when its windows are closed. Its icon in the tray brings them back, and Quit ends it.</source>
+        <translation>Vantoro continue de fonctionner quand ses fenêtres sont fermées. Son icône dans la zone de notification les rouvre, et Quitter y met fin.</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::InformationWindow</name>
+    <message>
+        <source>About Vantoro</source>
+        <translation>À propos de Vantoro</translation>
+    </message>
+    <message>
+        <source>&amp;Formats</source>
+        <translation>&amp;Formats</translation>
+    </message>
+    <message>
+        <source>&amp;Libraries</source>
+        <translation>&amp;Bibliothèques</translation>
+    </message>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>Version %1, with Qt %2</source>
+        <translation>Version %1, avec Qt %2</translation>
+    </message>
+    <message>
+        <source>Free software under the GNU General Public License, version 3 or later.</source>
+        <translation>Logiciel libre sous licence publique générale GNU, version 3 ou ultérieure.</translation>
+    </message>
+    <message>
+        <source>Find a format or an extension</source>
+        <translation>Chercher un format ou une extension</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>Extensions</source>
+        <translation>Extensions</translation>
+    </message>
+    <message>
+        <source>Formats that can be read</source>
+        <translation>Formats lisibles</translation>
+    </message>
+    <message>
+        <source>Library</source>
+        <translation>Bibliothèque</translation>
+    </message>
+    <message>
+        <source>Use</source>
+        <translation>Utilisation</translation>
+    </message>
+    <message>
+        <source>Licence</source>
+        <translation>Licence</translation>
+    </message>
+    <message>
+        <source>Libraries in use</source>
+        <translation>Bibliothèques utilisées</translation>
     </message>
 </context>
 <context>
@@ -627,6 +1076,10 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     <message>
         <source>The archive &quot;%1&quot; of %2 holds %3 entries.</source>
         <translation>L’archive « %1 » de %2 contient %3 éléments.</translation>
+    </message>
+    <message>
+        <source>The archive &quot;%1&quot; could not be read to its end: %2</source>
+        <translation>L’archive « %1 » n’a pas pu être lue jusqu’à la fin : %2</translation>
     </message>
 </context>
 <context>
@@ -726,6 +1179,25 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
 </context>
 <context>
+    <name>vantoro::KXMainWinController</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>&amp;Menu</source>
+        <translation>&amp;Menu</translation>
+    </message>
+    <message>
+        <source>How to use</source>
+        <translation>Mode d’emploi</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Réglages</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::KXPackViewController</name>
     <message>
         <source>Compress</source>
@@ -739,12 +1211,108 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
         <source>Select</source>
         <translation>Choisir</translation>
     </message>
+    <message numerus="yes">
+        <source>%n item(s)</source>
+        <translation>
+            <numerusform>%n élément</numerusform>
+            <numerusform>%n éléments</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Please select the destination</source>
+        <translation>Choisissez la destination</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>Information</translation>
+    </message>
+    <message>
+        <source>Please drag files and folers here!</source>
+        <translation>Faites glisser ici des fichiers et des dossiers !</translation>
+    </message>
+    <message>
+        <source>Compressing…</source>
+        <translation>Compression en cours…</translation>
+    </message>
+    <message>
+        <source>Add…</source>
+        <translation>Ajouter…</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Vider</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>Options…</source>
+        <translation>Options…</translation>
+    </message>
+    <message>
+        <source>&amp;Format</source>
+        <translation>&amp;Format</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Aucun</translation>
+    </message>
+    <message>
+        <source>&amp;Password</source>
+        <translation>&amp;Mot de passe</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXTableCellView</name>
+    <message>
+        <source>Preview</source>
+        <translation>Aperçu</translation>
+    </message>
+    <message>
+        <source>Remove from the list</source>
+        <translation>Retirer de la liste</translation>
+    </message>
+    <message>
+        <source>Preview %1</source>
+        <translation>Aperçu de %1</translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation>Retirer %1</translation>
+    </message>
 </context>
 <context>
     <name>vantoro::KXTaskListsView</name>
     <message>
         <source>Extractions</source>
         <translation>Extractions</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::MainWindows</name>
+    <message>
+        <source>Stop compressing and quit?</source>
+        <translation>Arrêter la compression et quitter ?</translation>
+    </message>
+    <message>
+        <source>An archive is being written. It will not be kept.</source>
+        <translation>Une archive est en cours d’écriture. Elle ne sera pas conservée.</translation>
+    </message>
+    <message>
+        <source>Go On</source>
+        <translation>Poursuivre</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Quitter</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PackTable</name>
+    <message>
+        <source>Files to compress</source>
+        <translation>Fichiers à compresser</translation>
     </message>
 </context>
 <context>
@@ -795,6 +1363,59 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     <message>
         <source>Caps Lock is on.</source>
         <translation>Le verrouillage des majuscules est activé.</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PopViewController</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>Extract Archives…</source>
+        <translation>Extraire des archives…</translation>
+    </message>
+    <message>
+        <source>Open Main Window</source>
+        <translation>Ouvrir la fenêtre principale</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Réglages</translation>
+    </message>
+    <message>
+        <source>How to Use</source>
+        <translation>Mode d’emploi</translation>
+    </message>
+    <message>
+        <source>Quit Vantoro</source>
+        <translation>Quitter Vantoro</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::Popover</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PreviewPanel</name>
+    <message>
+        <source>Open</source>
+        <translation>Ouvrir</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>Aperçu</translation>
+    </message>
+    <message>
+        <source>Contents</source>
+        <translation>Contenu</translation>
+    </message>
+    <message>
+        <source>Nothing to show</source>
+        <translation>Rien à afficher</translation>
     </message>
 </context>
 <context>
@@ -851,6 +1472,170 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
 </context>
 <context>
+    <name>vantoro::SettingsCard</name>
+    <message>
+        <source>Until Vantoro is started again.</source>
+        <translation>Jusqu’au prochain démarrage de Vantoro.</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::SettingsWindow</name>
+    <message>
+        <source>Settings</source>
+        <translation>Réglages</translation>
+    </message>
+    <message>
+        <source>Opening archives</source>
+        <translation>Ouverture des archives</translation>
+    </message>
+    <message>
+        <source>&amp;Look inside before extracting</source>
+        <translation>&amp;Voir le contenu avant d’extraire</translation>
+    </message>
+    <message>
+        <source>An archive that you open is shown first, and extracted when you say so.</source>
+        <translation>Une archive ouverte est d’abord affichée, puis extraite quand vous le demandez.</translation>
+    </message>
+    <message>
+        <source>Main window with a &amp;side panel</source>
+        <translation>Fenêtre principale avec un panneau &amp;latéral</translation>
+    </message>
+    <message>
+        <source>One window with the pages listed at its side, instead of the one with tabs. It extracts what you open without showing it first.</source>
+        <translation>Une fenêtre dont les pages sont listées sur le côté, au lieu d’onglets. Elle extrait ce que vous ouvrez sans l’afficher d’abord.</translation>
+    </message>
+    <message>
+        <source>Only where it is needed</source>
+        <translation>Seulement si nécessaire</translation>
+    </message>
+    <message>
+        <source>Always</source>
+        <translation>Toujours</translation>
+    </message>
+    <message>
+        <source>Never</source>
+        <translation>Jamais</translation>
+    </message>
+    <message>
+        <source>Extracting</source>
+        <translation>Extraction</translation>
+    </message>
+    <message>
+        <source>Make a &amp;folder for what comes out</source>
+        <translation>Créer un &amp;dossier pour le résultat</translation>
+    </message>
+    <message>
+        <source>It is not needed when the archive holds a single item. Never: everything lies loose in the destination.</source>
+        <translation>Inutile quand l’archive ne contient qu’un élément. Jamais : tout se retrouve en vrac dans la destination.</translation>
+    </message>
+    <message>
+        <source>&amp;Open what was extracted</source>
+        <translation>&amp;Ouvrir ce qui a été extrait</translation>
+    </message>
+    <message>
+        <source>The folder or file opens when it is ready.</source>
+        <translation>Le dossier ou le fichier s’ouvre dès qu’il est prêt.</translation>
+    </message>
+    <message>
+        <source>Move the archive to the &amp;Trash</source>
+        <translation>Mettre l’archive à la &amp;corbeille</translation>
+    </message>
+    <message>
+        <source>With all its parts, once everything has come out whole.</source>
+        <translation>Avec toutes ses parties, une fois que tout a été extrait intact.</translation>
+    </message>
+    <message>
+        <source>Give the new folder the archive&apos;s &amp;date</source>
+        <translation>Donner au nouveau dossier la d&amp;ate de l’archive</translation>
+    </message>
+    <message>
+        <source>Otherwise the folder bears the time of its extraction. Files always keep their own dates.</source>
+        <translation>Sinon, le dossier porte l’heure de l’extraction. Les fichiers gardent toujours leurs dates.</translation>
+    </message>
+    <message>
+        <source>Ask every time</source>
+        <translation>Demander chaque fois</translation>
+    </message>
+    <message>
+        <source>Beside the archive</source>
+        <translation>À côté de l’archive</translation>
+    </message>
+    <message>
+        <source>Places</source>
+        <translation>Emplacements</translation>
+    </message>
+    <message>
+        <source>&amp;Where archives are extracted to</source>
+        <translation>&amp;Où extraire les archives</translation>
+    </message>
+    <message>
+        <source>Holds for archives that you open or drop, and for the file manager&apos;s menu.</source>
+        <translation>Vaut pour les archives que vous ouvrez ou déposez, et pour le menu du gestionnaire de fichiers.</translation>
+    </message>
+    <message>
+        <source>&amp;Desktop folder</source>
+        <translation>Dossier &amp;Bureau</translation>
+    </message>
+    <message>
+        <source>Where &quot;Extract to the Desktop&quot; puts things.</source>
+        <translation>Là où « Extraire sur le bureau » place les fichiers.</translation>
+    </message>
+    <message>
+        <source> %</source>
+        <translation> %</translation>
+    </message>
+    <message>
+        <source>File names in old archives</source>
+        <translation>Noms de fichiers des anciennes archives</translation>
+    </message>
+    <message>
+        <source>&amp;Encoding of file names</source>
+        <translation>&amp;Encodage des noms de fichiers</translation>
+    </message>
+    <message>
+        <source>How names are read in archives that do not say it themselves. Without a choice, it is found out.</source>
+        <translation>Comment lire les noms dans les archives qui ne l’indiquent pas. Sans choix, il est détecté.</translation>
+    </message>
+    <message>
+        <source>Ask when &amp;less sure than</source>
+        <translation>Demander si la certitude est &amp;inférieure à</translation>
+    </message>
+    <message>
+        <source>A guess at the encoding that is surer than this is used without a question.</source>
+        <translation>Une estimation plus sûre que cela est utilisée sans question.</translation>
+    </message>
+    <message>
+        <source>Choose the Desktop folder</source>
+        <translation>Choisir le dossier Bureau</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Choisir</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ShortcutsWindow</name>
+    <message>
+        <source>Keyboard Shortcuts</source>
+        <translation>Raccourcis clavier</translation>
+    </message>
+    <message>
+        <source>In every window</source>
+        <translation>Dans chaque fenêtre</translation>
+    </message>
+    <message>
+        <source>On the pages</source>
+        <translation>Sur les pages</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::SideTable</name>
+    <message>
+        <source>Pages</source>
+        <translation>Pages</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::SpinningIndicator</name>
     <message>
         <source>Busy</source>
@@ -858,22 +1643,17 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
 </context>
 <context>
-    <name>vantoro::StartWindow</name>
+    <name>vantoro::StatusMenu</name>
     <message>
         <source>Vantoro</source>
         <translation>Vantoro</translation>
     </message>
+</context>
+<context>
+    <name>vantoro::StrengthBar</name>
     <message>
-        <source>Drop archives here to extract them</source>
-        <translation>Déposez ici les archives à extraire</translation>
-    </message>
-    <message>
-        <source>or choose them from your folders</source>
-        <translation>ou choisissez-les dans vos dossiers</translation>
-    </message>
-    <message>
-        <source>Select Archives…</source>
-        <translation>Choisir des archives…</translation>
+        <source>Password strength</source>
+        <translation>Robustesse du mot de passe</translation>
     </message>
 </context>
 <context>
@@ -896,6 +1676,17 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
             <numerusform>%n archive</numerusform>
             <numerusform>%n archives</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::TwoPageWindow</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menu</translation>
     </message>
 </context>
 <context>

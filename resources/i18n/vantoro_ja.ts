@@ -2,6 +2,73 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ja">
 <context>
+    <name>AppCommands</name>
+    <message>
+        <source>&amp;Open Archive…</source>
+        <translation>アーカイブを開く(&amp;O)…</translation>
+    </message>
+    <message>
+        <source>&amp;New Archive…</source>
+        <translation>新規アーカイブ(&amp;N)…</translation>
+    </message>
+    <message>
+        <source>&amp;Extract…</source>
+        <translation>展開(&amp;E)…</translation>
+    </message>
+    <message>
+        <source>Extract to the &amp;Desktop…</source>
+        <translation>デスクトップに展開(&amp;D)…</translation>
+    </message>
+    <message>
+        <source>Extract &amp;Beside the Archives…</source>
+        <translation>アーカイブと同じ場所に展開(&amp;B)…</translation>
+    </message>
+    <message>
+        <source>&amp;Look Inside Before Extracting</source>
+        <translation>展開する前に中身を見る(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Window with Side &amp;Panel</source>
+        <translation>サイドパネル付きウインドウ(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Show &amp;Main Window</source>
+        <translation>メインウインドウを表示(&amp;M)</translation>
+    </message>
+    <message>
+        <source>&amp;Settings</source>
+        <translation>設定(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;How to Use</source>
+        <translation>使い方(&amp;H)</translation>
+    </message>
+    <message>
+        <source>&amp;Keyboard Shortcuts</source>
+        <translation>キーボードショートカット(&amp;K)</translation>
+    </message>
+    <message>
+        <source>Get S&amp;upport</source>
+        <translation>サポートを受ける(&amp;U)</translation>
+    </message>
+    <message>
+        <source>Home Pa&amp;ge</source>
+        <translation>ウェブサイト(&amp;G)</translation>
+    </message>
+    <message>
+        <source>&amp;About Vantoro</source>
+        <translation>Vantoro について(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Close Window</source>
+        <translation>ウインドウを閉じる(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>終了(&amp;Q)</translation>
+    </message>
+</context>
+<context>
     <name>AppSandboxFileAccess</name>
     <message>
         <source>Allow Access</source>
@@ -310,6 +377,90 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
 </context>
 <context>
+    <name>FilePreview</name>
+    <message numerus="yes">
+        <source>%n item(s)</source>
+        <translation>
+            <numerusform>%n 項目</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Cannot be read</source>
+        <translation>読み込めません</translation>
+    </message>
+</context>
+<context>
+    <name>InformationWindow</name>
+    <message>
+        <source>Windows and the desktop</source>
+        <translation>ウインドウとデスクトップ</translation>
+    </message>
+    <message>
+        <source>Reads many formats, writes 7z</source>
+        <translation>多くの形式を読み込み、7z を書き出す</translation>
+    </message>
+    <message>
+        <source>Reads and writes further formats</source>
+        <translation>そのほかの形式の読み書き</translation>
+    </message>
+    <message>
+        <source>LHA methods</source>
+        <translation>LHA の圧縮方式</translation>
+    </message>
+    <message>
+        <source>Deflate, whole blocks</source>
+        <translation>Deflate (ブロック単位)</translation>
+    </message>
+    <message>
+        <source>Deflate, streams</source>
+        <translation>Deflate (ストリーム)</translation>
+    </message>
+    <message>
+        <source>Deflate, writing</source>
+        <translation>Deflate (書き出し)</translation>
+    </message>
+    <message>
+        <source>bzip2</source>
+        <translation>bzip2</translation>
+    </message>
+    <message>
+        <source>xz and lzma</source>
+        <translation>xz と lzma</translation>
+    </message>
+    <message>
+        <source>zst</source>
+        <translation>zst</translation>
+    </message>
+    <message>
+        <source>lz4</source>
+        <translation>lz4</translation>
+    </message>
+    <message>
+        <source>br</source>
+        <translation>br</translation>
+    </message>
+    <message>
+        <source>Ciphers and checksums</source>
+        <translation>暗号化とチェックサム</translation>
+    </message>
+    <message>
+        <source>Text encodings</source>
+        <translation>文字コード</translation>
+    </message>
+    <message>
+        <source>Finding an encoding out</source>
+        <translation>文字コードの判別</translation>
+    </message>
+    <message>
+        <source>Confines the decoders</source>
+        <translation>デコーダーの隔離</translation>
+    </message>
+    <message>
+        <source>Properties of pictures</source>
+        <translation>画像のプロパティ</translation>
+    </message>
+</context>
+<context>
     <name>KXUnarchiveWrapper</name>
     <message>
         <source>“%1” is too large to be shown: it has %2, and at most %3 are read for a preview.</source>
@@ -326,6 +477,115 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     <message>
         <source>“%1” cannot be read: %2.</source>
         <translation>「%1」を読み込めません: %2。</translation>
+    </message>
+</context>
+<context>
+    <name>MainPages</name>
+    <message>
+        <source>Compress</source>
+        <translation>圧縮</translation>
+    </message>
+    <message>
+        <source>Extract</source>
+        <translation>展開</translation>
+    </message>
+</context>
+<context>
+    <name>PackKinds</name>
+    <message>
+        <source>Zip archive</source>
+        <translation>Zip アーカイブ</translation>
+    </message>
+    <message>
+        <source>7-Zip archive</source>
+        <translation>7-Zip アーカイブ</translation>
+    </message>
+    <message>
+        <source>Gzip-compressed tar</source>
+        <translation>tar (gzip 圧縮)</translation>
+    </message>
+    <message>
+        <source>XZ-compressed tar</source>
+        <translation>tar (xz 圧縮)</translation>
+    </message>
+    <message>
+        <source>Zstandard-compressed tar</source>
+        <translation>tar (Zstandard 圧縮)</translation>
+    </message>
+    <message>
+        <source>Bzip2-compressed tar</source>
+        <translation>tar (bzip2 圧縮)</translation>
+    </message>
+    <message>
+        <source>Tar archive</source>
+        <translation>tar アーカイブ</translation>
+    </message>
+    <message>
+        <source>LZ4-compressed tar</source>
+        <translation>tar (LZ4 圧縮)</translation>
+    </message>
+    <message>
+        <source>Cpio archive</source>
+        <translation>cpio アーカイブ</translation>
+    </message>
+    <message>
+        <source>CD image (ISO 9660)</source>
+        <translation>CD イメージ (ISO 9660)</translation>
+    </message>
+    <message>
+        <source>Xar archive</source>
+        <translation>xar アーカイブ</translation>
+    </message>
+    <message>
+        <source>Ar archive</source>
+        <translation>ar アーカイブ</translation>
+    </message>
+    <message>
+        <source>Java archive</source>
+        <translation>Java アーカイブ</translation>
+    </message>
+    <message>
+        <source>Comic book archive</source>
+        <translation>コミックアーカイブ</translation>
+    </message>
+    <message>
+        <source>Gzip-compressed file</source>
+        <translation>gzip 圧縮ファイル</translation>
+    </message>
+    <message>
+        <source>XZ-compressed file</source>
+        <translation>xz 圧縮ファイル</translation>
+    </message>
+    <message>
+        <source>Zstandard-compressed file</source>
+        <translation>Zstandard 圧縮ファイル</translation>
+    </message>
+    <message>
+        <source>Bzip2-compressed file</source>
+        <translation>bzip2 圧縮ファイル</translation>
+    </message>
+    <message>
+        <source>LZ4-compressed file</source>
+        <translation>LZ4 圧縮ファイル</translation>
+    </message>
+</context>
+<context>
+    <name>PasswordStrength</name>
+    <message>
+        <source>Weak</source>
+        <translation>弱い</translation>
+    </message>
+    <message>
+        <source>Fair</source>
+        <translation>やや弱い</translation>
+    </message>
+    <message>
+        <source>Good</source>
+        <translation>良い</translation>
+    </message>
+    <message>
+        <source>Strong</source>
+        <translation>強い</translation>
     </message>
 </context>
 <context>
@@ -508,6 +768,41 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
 </context>
 <context>
+    <name>vantoro::AppCommands</name>
+    <message>
+        <source>Extract page</source>
+        <translation>展開ページ</translation>
+    </message>
+    <message>
+        <source>Compress page</source>
+        <translation>圧縮ページ</translation>
+    </message>
+    <message>
+        <source>Next page</source>
+        <translation>次のページ</translation>
+    </message>
+    <message>
+        <source>Preview the chosen entry</source>
+        <translation>選択した項目をプレビュー</translation>
+    </message>
+    <message>
+        <source>Filter entries</source>
+        <translation>項目を絞り込む</translation>
+    </message>
+    <message>
+        <source>Choose everything</source>
+        <translation>すべて選択</translation>
+    </message>
+    <message>
+        <source>Open or close a folder of the archive</source>
+        <translation>アーカイブ内のフォルダーを開閉</translation>
+    </message>
+    <message>
+        <source>Stop what runs, close a question or a preview</source>
+        <translation>実行中の処理を中止、質問やプレビューを閉じる</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::AppDelegate</name>
     <message>
         <source>Select archives to extract</source>
@@ -524,6 +819,53 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     <message>
         <source>Extract</source>
         <translation>展開</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::CompressWindow</name>
+    <message>
+        <source>Start</source>
+        <translation>開始</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>Compression Options</source>
+        <translation>圧縮オプション</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>形式</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>なし</translation>
+    </message>
+    <message>
+        <source>Type it once more</source>
+        <translation>もう一度入力</translation>
+    </message>
+    <message>
+        <source>Repeat the password</source>
+        <translation>パスワードを再入力</translation>
+    </message>
+    <message>
+        <source>Format:</source>
+        <translation>形式:</translation>
+    </message>
+    <message>
+        <source>Password:</source>
+        <translation>パスワード:</translation>
+    </message>
+    <message>
+        <source>Repeat:</source>
+        <translation>再入力:</translation>
+    </message>
+    <message>
+        <source>The two passwords differ.</source>
+        <translation>2 つのパスワードが一致しません。</translation>
     </message>
 </context>
 <context>
@@ -561,6 +903,112 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     <message>
         <source>OK</source>
         <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::HowToUseWindow</name>
+    <message>
+        <source>How to Use</source>
+        <translation>使い方</translation>
+    </message>
+    <message>
+        <source>Extract</source>
+        <translation>展開</translation>
+    </message>
+    <message>
+        <source>Drop archives on the window, or open them in the file manager. They come out one after another; whatever must be asked is asked in the archive&apos;s own row.</source>
+        <translation>アーカイブをウインドウにドロップするか、ファイルマネージャーで開いてください。順番に展開され、確認が必要な場合はそのアーカイブの行に表示されます。</translation>
+    </message>
+    <message>
+        <source>Look inside</source>
+        <translation>中身を見る</translation>
+    </message>
+    <message>
+        <source>With &quot;Look inside before extracting&quot; in the settings, an opened archive shows what it holds. Press Space to preview an entry, and extract all of it or only what you choose.</source>
+        <translation>設定で「展開する前に中身を見る」を選ぶと、開いたアーカイブの中身が表示されます。スペースキーで項目をプレビューし、すべて、または選んだものだけを展開できます。</translation>
+    </message>
+    <message>
+        <source>Compress</source>
+        <translation>圧縮</translation>
+    </message>
+    <message>
+        <source>Drop files and folders on the Compress page, choose a kind and, if you like, a password, and say where the archive is to be written.</source>
+        <translation>圧縮ページにファイルやフォルダーをドロップし、種類と、必要ならパスワードを選んで、アーカイブの保存先を指定してください。</translation>
+    </message>
+    <message>
+        <source>From the file manager</source>
+        <translation>ファイルマネージャーから</translation>
+    </message>
+    <message>
+        <source>The menu of an archive offers to extract it there, to the Desktop, or to a folder of your choice.</source>
+        <translation>アーカイブのメニューから、その場所、デスクトップ、または選んだフォルダーに展開できます。</translation>
+    </message>
+    <message>
+        <source>Always at hand</source>
+        <translation>いつでも使えます</translation>
+    </message>
+    <message>
+        <source>Vantoro goes on running when its windows are closed. Its icon in the tray brings them back, and Quit ends it.</source>
+        <translation>ウインドウを閉じても Vantoro は動作を続けます。トレイのアイコンから再表示でき、「終了」で終了します。</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::InformationWindow</name>
+    <message>
+        <source>About Vantoro</source>
+        <translation>Vantoro について</translation>
+    </message>
+    <message>
+        <source>&amp;Formats</source>
+        <translation>形式(&amp;F)</translation>
+    </message>
+    <message>
+        <source>&amp;Libraries</source>
+        <translation>ライブラリ(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>Version %1, with Qt %2</source>
+        <translation>バージョン %1 (Qt %2)</translation>
+    </message>
+    <message>
+        <source>Free software under the GNU General Public License, version 3 or later.</source>
+        <translation>GNU General Public License バージョン 3 以降に基づくフリーソフトウェアです。</translation>
+    </message>
+    <message>
+        <source>Find a format or an extension</source>
+        <translation>形式または拡張子を検索</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>形式</translation>
+    </message>
+    <message>
+        <source>Extensions</source>
+        <translation>拡張子</translation>
+    </message>
+    <message>
+        <source>Formats that can be read</source>
+        <translation>読み込める形式</translation>
+    </message>
+    <message>
+        <source>Library</source>
+        <translation>ライブラリ</translation>
+    </message>
+    <message>
+        <source>Use</source>
+        <translation>用途</translation>
+    </message>
+    <message>
+        <source>Licence</source>
+        <translation>ライセンス</translation>
+    </message>
+    <message>
+        <source>Libraries in use</source>
+        <translation>使用しているライブラリ</translation>
     </message>
 </context>
 <context>
@@ -621,6 +1069,10 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     <message>
         <source>The archive &quot;%1&quot; of %2 holds %3 entries.</source>
         <translation>アーカイブ「%1」(%2) には %3 個の項目があります。</translation>
+    </message>
+    <message>
+        <source>The archive &quot;%1&quot; could not be read to its end: %2</source>
+        <translation>アーカイブ「%1」を最後まで読み込めませんでした: %2</translation>
     </message>
 </context>
 <context>
@@ -720,6 +1172,25 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
 </context>
 <context>
+    <name>vantoro::KXMainWinController</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>&amp;Menu</source>
+        <translation>メニュー(&amp;M)</translation>
+    </message>
+    <message>
+        <source>How to use</source>
+        <translation>使い方</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>設定</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::KXPackViewController</name>
     <message>
         <source>Compress</source>
@@ -733,12 +1204,107 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
         <source>Select</source>
         <translation>選択</translation>
     </message>
+    <message numerus="yes">
+        <source>%n item(s)</source>
+        <translation>
+            <numerusform>%n 項目</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Please select the destination</source>
+        <translation>保存先を選択してください</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>情報</translation>
+    </message>
+    <message>
+        <source>Please drag files and folers here!</source>
+        <translation>ここにファイルやフォルダーをドラッグしてください!</translation>
+    </message>
+    <message>
+        <source>Compressing…</source>
+        <translation>圧縮しています…</translation>
+    </message>
+    <message>
+        <source>Add…</source>
+        <translation>追加…</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>消去</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>形式</translation>
+    </message>
+    <message>
+        <source>Options…</source>
+        <translation>オプション…</translation>
+    </message>
+    <message>
+        <source>&amp;Format</source>
+        <translation>形式(&amp;F)</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>なし</translation>
+    </message>
+    <message>
+        <source>&amp;Password</source>
+        <translation>パスワード(&amp;P)</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXTableCellView</name>
+    <message>
+        <source>Preview</source>
+        <translation>プレビュー</translation>
+    </message>
+    <message>
+        <source>Remove from the list</source>
+        <translation>リストから削除</translation>
+    </message>
+    <message>
+        <source>Preview %1</source>
+        <translation>%1 をプレビュー</translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation>%1 を削除</translation>
+    </message>
 </context>
 <context>
     <name>vantoro::KXTaskListsView</name>
     <message>
         <source>Extractions</source>
         <translation>展開</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::MainWindows</name>
+    <message>
+        <source>Stop compressing and quit?</source>
+        <translation>圧縮を中止して終了しますか?</translation>
+    </message>
+    <message>
+        <source>An archive is being written. It will not be kept.</source>
+        <translation>アーカイブを作成中です。作成中のものは破棄されます。</translation>
+    </message>
+    <message>
+        <source>Go On</source>
+        <translation>続ける</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>終了</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PackTable</name>
+    <message>
+        <source>Files to compress</source>
+        <translation>圧縮するファイル</translation>
     </message>
 </context>
 <context>
@@ -789,6 +1355,59 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     <message>
         <source>Caps Lock is on.</source>
         <translation>Caps Lock がオンです。</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PopViewController</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>Extract Archives…</source>
+        <translation>アーカイブを展開…</translation>
+    </message>
+    <message>
+        <source>Open Main Window</source>
+        <translation>メインウインドウを開く</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>設定</translation>
+    </message>
+    <message>
+        <source>How to Use</source>
+        <translation>使い方</translation>
+    </message>
+    <message>
+        <source>Quit Vantoro</source>
+        <translation>Vantoro を終了</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::Popover</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PreviewPanel</name>
+    <message>
+        <source>Open</source>
+        <translation>開く</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>プレビュー</translation>
+    </message>
+    <message>
+        <source>Contents</source>
+        <translation>内容</translation>
+    </message>
+    <message>
+        <source>Nothing to show</source>
+        <translation>表示するものがありません</translation>
     </message>
 </context>
 <context>
@@ -845,6 +1464,170 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
 </context>
 <context>
+    <name>vantoro::SettingsCard</name>
+    <message>
+        <source>Until Vantoro is started again.</source>
+        <translation>次に Vantoro を起動するまで有効です。</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::SettingsWindow</name>
+    <message>
+        <source>Settings</source>
+        <translation>設定</translation>
+    </message>
+    <message>
+        <source>Opening archives</source>
+        <translation>アーカイブを開くとき</translation>
+    </message>
+    <message>
+        <source>&amp;Look inside before extracting</source>
+        <translation>展開する前に中身を見る(&amp;L)</translation>
+    </message>
+    <message>
+        <source>An archive that you open is shown first, and extracted when you say so.</source>
+        <translation>開いたアーカイブはまず表示され、指示したときに展開されます。</translation>
+    </message>
+    <message>
+        <source>Main window with a &amp;side panel</source>
+        <translation>サイドパネル付きのメインウインドウ(&amp;S)</translation>
+    </message>
+    <message>
+        <source>One window with the pages listed at its side, instead of the one with tabs. It extracts what you open without showing it first.</source>
+        <translation>タブの代わりに、横にページが並ぶウインドウです。開いたアーカイブは、先に表示せずに展開します。</translation>
+    </message>
+    <message>
+        <source>Only where it is needed</source>
+        <translation>必要な場合のみ</translation>
+    </message>
+    <message>
+        <source>Always</source>
+        <translation>常に</translation>
+    </message>
+    <message>
+        <source>Never</source>
+        <translation>しない</translation>
+    </message>
+    <message>
+        <source>Extracting</source>
+        <translation>展開</translation>
+    </message>
+    <message>
+        <source>Make a &amp;folder for what comes out</source>
+        <translation>展開結果用のフォルダーを作る(&amp;F)</translation>
+    </message>
+    <message>
+        <source>It is not needed when the archive holds a single item. Never: everything lies loose in the destination.</source>
+        <translation>アーカイブの中身が 1 つだけなら不要です。「しない」を選ぶと、すべてが展開先に直接置かれます。</translation>
+    </message>
+    <message>
+        <source>&amp;Open what was extracted</source>
+        <translation>展開したものを開く(&amp;O)</translation>
+    </message>
+    <message>
+        <source>The folder or file opens when it is ready.</source>
+        <translation>準備ができると、フォルダーまたはファイルが開きます。</translation>
+    </message>
+    <message>
+        <source>Move the archive to the &amp;Trash</source>
+        <translation>アーカイブをゴミ箱に移動(&amp;T)</translation>
+    </message>
+    <message>
+        <source>With all its parts, once everything has come out whole.</source>
+        <translation>すべてが無事に展開されたら、分割されたファイルも含めて移動します。</translation>
+    </message>
+    <message>
+        <source>Give the new folder the archive&apos;s &amp;date</source>
+        <translation>新しいフォルダーをアーカイブの日付にする(&amp;D)</translation>
+    </message>
+    <message>
+        <source>Otherwise the folder bears the time of its extraction. Files always keep their own dates.</source>
+        <translation>選ばない場合、フォルダーは展開した日時になります。ファイルの日付は常に保持されます。</translation>
+    </message>
+    <message>
+        <source>Ask every time</source>
+        <translation>毎回尋ねる</translation>
+    </message>
+    <message>
+        <source>Beside the archive</source>
+        <translation>アーカイブと同じ場所</translation>
+    </message>
+    <message>
+        <source>Places</source>
+        <translation>場所</translation>
+    </message>
+    <message>
+        <source>&amp;Where archives are extracted to</source>
+        <translation>アーカイブの展開先(&amp;W)</translation>
+    </message>
+    <message>
+        <source>Holds for archives that you open or drop, and for the file manager&apos;s menu.</source>
+        <translation>開いたりドロップしたりしたアーカイブと、ファイルマネージャーのメニューに適用されます。</translation>
+    </message>
+    <message>
+        <source>&amp;Desktop folder</source>
+        <translation>デスクトップフォルダー(&amp;D)</translation>
+    </message>
+    <message>
+        <source>Where &quot;Extract to the Desktop&quot; puts things.</source>
+        <translation>「デスクトップに展開」の展開先です。</translation>
+    </message>
+    <message>
+        <source> %</source>
+        <translation>%</translation>
+    </message>
+    <message>
+        <source>File names in old archives</source>
+        <translation>古いアーカイブのファイル名</translation>
+    </message>
+    <message>
+        <source>&amp;Encoding of file names</source>
+        <translation>ファイル名の文字コード(&amp;E)</translation>
+    </message>
+    <message>
+        <source>How names are read in archives that do not say it themselves. Without a choice, it is found out.</source>
+        <translation>文字コードの情報がないアーカイブの名前の読み方です。指定しなければ自動判別されます。</translation>
+    </message>
+    <message>
+        <source>Ask when &amp;less sure than</source>
+        <translation>確度がこれより低いときは尋ねる(&amp;L)</translation>
+    </message>
+    <message>
+        <source>A guess at the encoding that is surer than this is used without a question.</source>
+        <translation>これより確かな推定結果は、確認せずに使用されます。</translation>
+    </message>
+    <message>
+        <source>Choose the Desktop folder</source>
+        <translation>デスクトップフォルダーを選択</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>選択</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ShortcutsWindow</name>
+    <message>
+        <source>Keyboard Shortcuts</source>
+        <translation>キーボードショートカット</translation>
+    </message>
+    <message>
+        <source>In every window</source>
+        <translation>すべてのウインドウ</translation>
+    </message>
+    <message>
+        <source>On the pages</source>
+        <translation>各ページ</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::SideTable</name>
+    <message>
+        <source>Pages</source>
+        <translation>ページ</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::SpinningIndicator</name>
     <message>
         <source>Busy</source>
@@ -852,22 +1635,17 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
 </context>
 <context>
-    <name>vantoro::StartWindow</name>
+    <name>vantoro::StatusMenu</name>
     <message>
         <source>Vantoro</source>
         <translation>Vantoro</translation>
     </message>
+</context>
+<context>
+    <name>vantoro::StrengthBar</name>
     <message>
-        <source>Drop archives here to extract them</source>
-        <translation>展開するアーカイブをここにドロップ</translation>
-    </message>
-    <message>
-        <source>or choose them from your folders</source>
-        <translation>またはフォルダーから選択してください</translation>
-    </message>
-    <message>
-        <source>Select Archives…</source>
-        <translation>アーカイブを選択…</translation>
+        <source>Password strength</source>
+        <translation>パスワードの強度</translation>
     </message>
 </context>
 <context>
@@ -889,6 +1667,17 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
         <translation>
             <numerusform>%n 個のアーカイブ</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::TwoPageWindow</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>メニュー</translation>
     </message>
 </context>
 <context>

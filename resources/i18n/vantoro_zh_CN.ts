@@ -2,6 +2,73 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN">
 <context>
+    <name>AppCommands</name>
+    <message>
+        <source>&amp;Open Archive…</source>
+        <translation>打开压缩文件(&amp;O)…</translation>
+    </message>
+    <message>
+        <source>&amp;New Archive…</source>
+        <translation>新建压缩文件(&amp;N)…</translation>
+    </message>
+    <message>
+        <source>&amp;Extract…</source>
+        <translation>解压(&amp;E)…</translation>
+    </message>
+    <message>
+        <source>Extract to the &amp;Desktop…</source>
+        <translation>解压到桌面(&amp;D)…</translation>
+    </message>
+    <message>
+        <source>Extract &amp;Beside the Archives…</source>
+        <translation>解压到压缩文件所在位置(&amp;B)…</translation>
+    </message>
+    <message>
+        <source>&amp;Look Inside Before Extracting</source>
+        <translation>解压前先查看内容(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Window with Side &amp;Panel</source>
+        <translation>带侧边栏的窗口(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Show &amp;Main Window</source>
+        <translation>显示主窗口(&amp;M)</translation>
+    </message>
+    <message>
+        <source>&amp;Settings</source>
+        <translation>设置(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;How to Use</source>
+        <translation>使用方法(&amp;H)</translation>
+    </message>
+    <message>
+        <source>&amp;Keyboard Shortcuts</source>
+        <translation>键盘快捷键(&amp;K)</translation>
+    </message>
+    <message>
+        <source>Get S&amp;upport</source>
+        <translation>获取支持(&amp;U)</translation>
+    </message>
+    <message>
+        <source>Home Pa&amp;ge</source>
+        <translation>主页(&amp;G)</translation>
+    </message>
+    <message>
+        <source>&amp;About Vantoro</source>
+        <translation>关于 Vantoro(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Close Window</source>
+        <translation>关闭窗口(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>退出(&amp;Q)</translation>
+    </message>
+</context>
+<context>
     <name>AppSandboxFileAccess</name>
     <message>
         <source>Allow Access</source>
@@ -310,6 +377,90 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
 </context>
 <context>
+    <name>FilePreview</name>
+    <message numerus="yes">
+        <source>%n item(s)</source>
+        <translation>
+            <numerusform>%n 个项目</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Cannot be read</source>
+        <translation>无法读取</translation>
+    </message>
+</context>
+<context>
+    <name>InformationWindow</name>
+    <message>
+        <source>Windows and the desktop</source>
+        <translation>窗口与桌面</translation>
+    </message>
+    <message>
+        <source>Reads many formats, writes 7z</source>
+        <translation>读取多种格式，写入 7z</translation>
+    </message>
+    <message>
+        <source>Reads and writes further formats</source>
+        <translation>读写其他格式</translation>
+    </message>
+    <message>
+        <source>LHA methods</source>
+        <translation>LHA 压缩方法</translation>
+    </message>
+    <message>
+        <source>Deflate, whole blocks</source>
+        <translation>Deflate（整块）</translation>
+    </message>
+    <message>
+        <source>Deflate, streams</source>
+        <translation>Deflate（流）</translation>
+    </message>
+    <message>
+        <source>Deflate, writing</source>
+        <translation>Deflate（写入）</translation>
+    </message>
+    <message>
+        <source>bzip2</source>
+        <translation>bzip2</translation>
+    </message>
+    <message>
+        <source>xz and lzma</source>
+        <translation>xz 和 lzma</translation>
+    </message>
+    <message>
+        <source>zst</source>
+        <translation>zst</translation>
+    </message>
+    <message>
+        <source>lz4</source>
+        <translation>lz4</translation>
+    </message>
+    <message>
+        <source>br</source>
+        <translation>br</translation>
+    </message>
+    <message>
+        <source>Ciphers and checksums</source>
+        <translation>加密与校验和</translation>
+    </message>
+    <message>
+        <source>Text encodings</source>
+        <translation>文本编码</translation>
+    </message>
+    <message>
+        <source>Finding an encoding out</source>
+        <translation>编码检测</translation>
+    </message>
+    <message>
+        <source>Confines the decoders</source>
+        <translation>隔离解码程序</translation>
+    </message>
+    <message>
+        <source>Properties of pictures</source>
+        <translation>图片属性</translation>
+    </message>
+</context>
+<context>
     <name>KXUnarchiveWrapper</name>
     <message>
         <source>“%1” is too large to be shown: it has %2, and at most %3 are read for a preview.</source>
@@ -326,6 +477,115 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     <message>
         <source>“%1” cannot be read: %2.</source>
         <translation>无法读取“%1”：%2。</translation>
+    </message>
+</context>
+<context>
+    <name>MainPages</name>
+    <message>
+        <source>Compress</source>
+        <translation>压缩</translation>
+    </message>
+    <message>
+        <source>Extract</source>
+        <translation>解压</translation>
+    </message>
+</context>
+<context>
+    <name>PackKinds</name>
+    <message>
+        <source>Zip archive</source>
+        <translation>Zip 压缩文件</translation>
+    </message>
+    <message>
+        <source>7-Zip archive</source>
+        <translation>7-Zip 压缩文件</translation>
+    </message>
+    <message>
+        <source>Gzip-compressed tar</source>
+        <translation>Gzip 压缩的 tar</translation>
+    </message>
+    <message>
+        <source>XZ-compressed tar</source>
+        <translation>XZ 压缩的 tar</translation>
+    </message>
+    <message>
+        <source>Zstandard-compressed tar</source>
+        <translation>Zstandard 压缩的 tar</translation>
+    </message>
+    <message>
+        <source>Bzip2-compressed tar</source>
+        <translation>Bzip2 压缩的 tar</translation>
+    </message>
+    <message>
+        <source>Tar archive</source>
+        <translation>Tar 归档</translation>
+    </message>
+    <message>
+        <source>LZ4-compressed tar</source>
+        <translation>LZ4 压缩的 tar</translation>
+    </message>
+    <message>
+        <source>Cpio archive</source>
+        <translation>Cpio 归档</translation>
+    </message>
+    <message>
+        <source>CD image (ISO 9660)</source>
+        <translation>光盘映像 (ISO 9660)</translation>
+    </message>
+    <message>
+        <source>Xar archive</source>
+        <translation>Xar 归档</translation>
+    </message>
+    <message>
+        <source>Ar archive</source>
+        <translation>Ar 归档</translation>
+    </message>
+    <message>
+        <source>Java archive</source>
+        <translation>Java 归档</translation>
+    </message>
+    <message>
+        <source>Comic book archive</source>
+        <translation>漫画压缩文件</translation>
+    </message>
+    <message>
+        <source>Gzip-compressed file</source>
+        <translation>Gzip 压缩的文件</translation>
+    </message>
+    <message>
+        <source>XZ-compressed file</source>
+        <translation>XZ 压缩的文件</translation>
+    </message>
+    <message>
+        <source>Zstandard-compressed file</source>
+        <translation>Zstandard 压缩的文件</translation>
+    </message>
+    <message>
+        <source>Bzip2-compressed file</source>
+        <translation>Bzip2 压缩的文件</translation>
+    </message>
+    <message>
+        <source>LZ4-compressed file</source>
+        <translation>LZ4 压缩的文件</translation>
+    </message>
+</context>
+<context>
+    <name>PasswordStrength</name>
+    <message>
+        <source>Weak</source>
+        <translation>弱</translation>
+    </message>
+    <message>
+        <source>Fair</source>
+        <translation>一般</translation>
+    </message>
+    <message>
+        <source>Good</source>
+        <translation>良好</translation>
+    </message>
+    <message>
+        <source>Strong</source>
+        <translation>强</translation>
     </message>
 </context>
 <context>
@@ -508,6 +768,41 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
 </context>
 <context>
+    <name>vantoro::AppCommands</name>
+    <message>
+        <source>Extract page</source>
+        <translation>解压页面</translation>
+    </message>
+    <message>
+        <source>Compress page</source>
+        <translation>压缩页面</translation>
+    </message>
+    <message>
+        <source>Next page</source>
+        <translation>下一页</translation>
+    </message>
+    <message>
+        <source>Preview the chosen entry</source>
+        <translation>预览所选项目</translation>
+    </message>
+    <message>
+        <source>Filter entries</source>
+        <translation>筛选项目</translation>
+    </message>
+    <message>
+        <source>Choose everything</source>
+        <translation>全选</translation>
+    </message>
+    <message>
+        <source>Open or close a folder of the archive</source>
+        <translation>展开或折叠压缩文件中的文件夹</translation>
+    </message>
+    <message>
+        <source>Stop what runs, close a question or a preview</source>
+        <translation>停止当前操作，关闭询问或预览</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::AppDelegate</name>
     <message>
         <source>Select archives to extract</source>
@@ -524,6 +819,53 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     <message>
         <source>Extract</source>
         <translation>解压</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::CompressWindow</name>
+    <message>
+        <source>Start</source>
+        <translation>开始</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Compression Options</source>
+        <translation>压缩选项</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>格式</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>无</translation>
+    </message>
+    <message>
+        <source>Type it once more</source>
+        <translation>再次输入</translation>
+    </message>
+    <message>
+        <source>Repeat the password</source>
+        <translation>重复密码</translation>
+    </message>
+    <message>
+        <source>Format:</source>
+        <translation>格式：</translation>
+    </message>
+    <message>
+        <source>Password:</source>
+        <translation>密码：</translation>
+    </message>
+    <message>
+        <source>Repeat:</source>
+        <translation>重复：</translation>
+    </message>
+    <message>
+        <source>The two passwords differ.</source>
+        <translation>两次输入的密码不一致。</translation>
     </message>
 </context>
 <context>
@@ -561,6 +903,112 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     <message>
         <source>OK</source>
         <translation>确定</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::HowToUseWindow</name>
+    <message>
+        <source>How to Use</source>
+        <translation>使用方法</translation>
+    </message>
+    <message>
+        <source>Extract</source>
+        <translation>解压</translation>
+    </message>
+    <message>
+        <source>Drop archives on the window, or open them in the file manager. They come out one after another; whatever must be asked is asked in the archive&apos;s own row.</source>
+        <translation>将压缩文件拖到窗口中，或在文件管理器中打开。它们会依次解压；需要询问时，问题显示在该压缩文件所在的行内。</translation>
+    </message>
+    <message>
+        <source>Look inside</source>
+        <translation>查看内容</translation>
+    </message>
+    <message>
+        <source>With &quot;Look inside before extracting&quot; in the settings, an opened archive shows what it holds. Press Space to preview an entry, and extract all of it or only what you choose.</source>
+        <translation>在设置中启用“解压前先查看内容”后，打开压缩文件时会显示其内容。按空格键可预览项目，然后解压全部或仅解压所选内容。</translation>
+    </message>
+    <message>
+        <source>Compress</source>
+        <translation>压缩</translation>
+    </message>
+    <message>
+        <source>Drop files and folders on the Compress page, choose a kind and, if you like, a password, and say where the archive is to be written.</source>
+        <translation>将文件和文件夹拖到压缩页面，选择类型，需要时设置密码，再指定压缩文件的保存位置。</translation>
+    </message>
+    <message>
+        <source>From the file manager</source>
+        <translation>从文件管理器</translation>
+    </message>
+    <message>
+        <source>The menu of an archive offers to extract it there, to the Desktop, or to a folder of your choice.</source>
+        <translation>在压缩文件的菜单中，可以选择解压到当前位置、桌面或您指定的文件夹。</translation>
+    </message>
+    <message>
+        <source>Always at hand</source>
+        <translation>随时可用</translation>
+    </message>
+    <message>
+        <source>Vantoro goes on running when its windows are closed. Its icon in the tray brings them back, and Quit ends it.</source>
+        <translation>关闭窗口后 Vantoro 会继续运行。点击托盘图标可重新打开窗口，选择“退出”可结束程序。</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::InformationWindow</name>
+    <message>
+        <source>About Vantoro</source>
+        <translation>关于 Vantoro</translation>
+    </message>
+    <message>
+        <source>&amp;Formats</source>
+        <translation>格式(&amp;F)</translation>
+    </message>
+    <message>
+        <source>&amp;Libraries</source>
+        <translation>库(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>Version %1, with Qt %2</source>
+        <translation>版本 %1，使用 Qt %2</translation>
+    </message>
+    <message>
+        <source>Free software under the GNU General Public License, version 3 or later.</source>
+        <translation>自由软件，采用 GNU 通用公共许可证第 3 版或更高版本。</translation>
+    </message>
+    <message>
+        <source>Find a format or an extension</source>
+        <translation>查找格式或扩展名</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>格式</translation>
+    </message>
+    <message>
+        <source>Extensions</source>
+        <translation>扩展名</translation>
+    </message>
+    <message>
+        <source>Formats that can be read</source>
+        <translation>可读取的格式</translation>
+    </message>
+    <message>
+        <source>Library</source>
+        <translation>库</translation>
+    </message>
+    <message>
+        <source>Use</source>
+        <translation>用途</translation>
+    </message>
+    <message>
+        <source>Licence</source>
+        <translation>许可证</translation>
+    </message>
+    <message>
+        <source>Libraries in use</source>
+        <translation>使用的库</translation>
     </message>
 </context>
 <context>
@@ -621,6 +1069,10 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     <message>
         <source>The archive &quot;%1&quot; of %2 holds %3 entries.</source>
         <translation>压缩文件“%1”（%2）包含 %3 个项目。</translation>
+    </message>
+    <message>
+        <source>The archive &quot;%1&quot; could not be read to its end: %2</source>
+        <translation>无法完整读取压缩文件“%1”：%2</translation>
     </message>
 </context>
 <context>
@@ -720,6 +1172,25 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
 </context>
 <context>
+    <name>vantoro::KXMainWinController</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>&amp;Menu</source>
+        <translation>菜单(&amp;M)</translation>
+    </message>
+    <message>
+        <source>How to use</source>
+        <translation>使用方法</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>设置</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::KXPackViewController</name>
     <message>
         <source>Compress</source>
@@ -733,12 +1204,107 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
         <source>Select</source>
         <translation>选择</translation>
     </message>
+    <message numerus="yes">
+        <source>%n item(s)</source>
+        <translation>
+            <numerusform>%n 个项目</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Please select the destination</source>
+        <translation>请选择目标位置</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>信息</translation>
+    </message>
+    <message>
+        <source>Please drag files and folers here!</source>
+        <translation>请将文件和文件夹拖到这里！</translation>
+    </message>
+    <message>
+        <source>Compressing…</source>
+        <translation>正在压缩…</translation>
+    </message>
+    <message>
+        <source>Add…</source>
+        <translation>添加…</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>清空</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>格式</translation>
+    </message>
+    <message>
+        <source>Options…</source>
+        <translation>选项…</translation>
+    </message>
+    <message>
+        <source>&amp;Format</source>
+        <translation>格式(&amp;F)</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>无</translation>
+    </message>
+    <message>
+        <source>&amp;Password</source>
+        <translation>密码(&amp;P)</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::KXTableCellView</name>
+    <message>
+        <source>Preview</source>
+        <translation>预览</translation>
+    </message>
+    <message>
+        <source>Remove from the list</source>
+        <translation>从列表中移除</translation>
+    </message>
+    <message>
+        <source>Preview %1</source>
+        <translation>预览 %1</translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation>移除 %1</translation>
+    </message>
 </context>
 <context>
     <name>vantoro::KXTaskListsView</name>
     <message>
         <source>Extractions</source>
         <translation>解压任务</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::MainWindows</name>
+    <message>
+        <source>Stop compressing and quit?</source>
+        <translation>要停止压缩并退出吗？</translation>
+    </message>
+    <message>
+        <source>An archive is being written. It will not be kept.</source>
+        <translation>正在写入压缩文件，它将不会被保留。</translation>
+    </message>
+    <message>
+        <source>Go On</source>
+        <translation>继续</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>退出</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PackTable</name>
+    <message>
+        <source>Files to compress</source>
+        <translation>要压缩的文件</translation>
     </message>
 </context>
 <context>
@@ -789,6 +1355,59 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     <message>
         <source>Caps Lock is on.</source>
         <translation>大写锁定已打开。</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PopViewController</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>Extract Archives…</source>
+        <translation>解压压缩文件…</translation>
+    </message>
+    <message>
+        <source>Open Main Window</source>
+        <translation>打开主窗口</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>How to Use</source>
+        <translation>使用方法</translation>
+    </message>
+    <message>
+        <source>Quit Vantoro</source>
+        <translation>退出 Vantoro</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::Popover</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PreviewPanel</name>
+    <message>
+        <source>Open</source>
+        <translation>打开</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>预览</translation>
+    </message>
+    <message>
+        <source>Contents</source>
+        <translation>内容</translation>
+    </message>
+    <message>
+        <source>Nothing to show</source>
+        <translation>没有可显示的内容</translation>
     </message>
 </context>
 <context>
@@ -845,6 +1464,170 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
 </context>
 <context>
+    <name>vantoro::SettingsCard</name>
+    <message>
+        <source>Until Vantoro is started again.</source>
+        <translation>在 Vantoro 下次启动前有效。</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::SettingsWindow</name>
+    <message>
+        <source>Settings</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>Opening archives</source>
+        <translation>打开压缩文件</translation>
+    </message>
+    <message>
+        <source>&amp;Look inside before extracting</source>
+        <translation>解压前先查看内容(&amp;L)</translation>
+    </message>
+    <message>
+        <source>An archive that you open is shown first, and extracted when you say so.</source>
+        <translation>打开压缩文件时先显示内容，由您决定何时解压。</translation>
+    </message>
+    <message>
+        <source>Main window with a &amp;side panel</source>
+        <translation>带侧边栏的主窗口(&amp;S)</translation>
+    </message>
+    <message>
+        <source>One window with the pages listed at its side, instead of the one with tabs. It extracts what you open without showing it first.</source>
+        <translation>用侧边栏列出各页面的窗口，代替标签页窗口。打开的压缩文件会直接解压，不先显示内容。</translation>
+    </message>
+    <message>
+        <source>Only where it is needed</source>
+        <translation>仅在需要时</translation>
+    </message>
+    <message>
+        <source>Always</source>
+        <translation>始终</translation>
+    </message>
+    <message>
+        <source>Never</source>
+        <translation>从不</translation>
+    </message>
+    <message>
+        <source>Extracting</source>
+        <translation>解压</translation>
+    </message>
+    <message>
+        <source>Make a &amp;folder for what comes out</source>
+        <translation>为解压结果创建文件夹(&amp;F)</translation>
+    </message>
+    <message>
+        <source>It is not needed when the archive holds a single item. Never: everything lies loose in the destination.</source>
+        <translation>压缩文件只含一个项目时不需要。选择“从不”时，所有内容直接放在目标位置。</translation>
+    </message>
+    <message>
+        <source>&amp;Open what was extracted</source>
+        <translation>打开解压的内容(&amp;O)</translation>
+    </message>
+    <message>
+        <source>The folder or file opens when it is ready.</source>
+        <translation>完成后自动打开文件夹或文件。</translation>
+    </message>
+    <message>
+        <source>Move the archive to the &amp;Trash</source>
+        <translation>将压缩文件移到回收站(&amp;T)</translation>
+    </message>
+    <message>
+        <source>With all its parts, once everything has come out whole.</source>
+        <translation>所有内容完整解压后，连同全部分卷一起移动。</translation>
+    </message>
+    <message>
+        <source>Give the new folder the archive&apos;s &amp;date</source>
+        <translation>新文件夹使用压缩文件的日期(&amp;D)</translation>
+    </message>
+    <message>
+        <source>Otherwise the folder bears the time of its extraction. Files always keep their own dates.</source>
+        <translation>否则文件夹使用解压时的时间。文件始终保留各自的日期。</translation>
+    </message>
+    <message>
+        <source>Ask every time</source>
+        <translation>每次询问</translation>
+    </message>
+    <message>
+        <source>Beside the archive</source>
+        <translation>压缩文件所在位置</translation>
+    </message>
+    <message>
+        <source>Places</source>
+        <translation>位置</translation>
+    </message>
+    <message>
+        <source>&amp;Where archives are extracted to</source>
+        <translation>压缩文件的解压位置(&amp;W)</translation>
+    </message>
+    <message>
+        <source>Holds for archives that you open or drop, and for the file manager&apos;s menu.</source>
+        <translation>适用于您打开或拖放的压缩文件，以及文件管理器菜单。</translation>
+    </message>
+    <message>
+        <source>&amp;Desktop folder</source>
+        <translation>桌面文件夹(&amp;D)</translation>
+    </message>
+    <message>
+        <source>Where &quot;Extract to the Desktop&quot; puts things.</source>
+        <translation>“解压到桌面”使用的位置。</translation>
+    </message>
+    <message>
+        <source> %</source>
+        <translation>%</translation>
+    </message>
+    <message>
+        <source>File names in old archives</source>
+        <translation>旧压缩文件中的文件名</translation>
+    </message>
+    <message>
+        <source>&amp;Encoding of file names</source>
+        <translation>文件名编码(&amp;E)</translation>
+    </message>
+    <message>
+        <source>How names are read in archives that do not say it themselves. Without a choice, it is found out.</source>
+        <translation>读取未注明编码的压缩文件中的名称时使用。不选择则自动检测。</translation>
+    </message>
+    <message>
+        <source>Ask when &amp;less sure than</source>
+        <translation>确信度低于此值时询问(&amp;L)</translation>
+    </message>
+    <message>
+        <source>A guess at the encoding that is surer than this is used without a question.</source>
+        <translation>高于此确信度的编码推测将直接使用，不再询问。</translation>
+    </message>
+    <message>
+        <source>Choose the Desktop folder</source>
+        <translation>选择桌面文件夹</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>选择</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ShortcutsWindow</name>
+    <message>
+        <source>Keyboard Shortcuts</source>
+        <translation>键盘快捷键</translation>
+    </message>
+    <message>
+        <source>In every window</source>
+        <translation>所有窗口</translation>
+    </message>
+    <message>
+        <source>On the pages</source>
+        <translation>各页面</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::SideTable</name>
+    <message>
+        <source>Pages</source>
+        <translation>页面</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::SpinningIndicator</name>
     <message>
         <source>Busy</source>
@@ -852,22 +1635,17 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
 </context>
 <context>
-    <name>vantoro::StartWindow</name>
+    <name>vantoro::StatusMenu</name>
     <message>
         <source>Vantoro</source>
         <translation>Vantoro</translation>
     </message>
+</context>
+<context>
+    <name>vantoro::StrengthBar</name>
     <message>
-        <source>Drop archives here to extract them</source>
-        <translation>将要解压的压缩文件拖到此处</translation>
-    </message>
-    <message>
-        <source>or choose them from your folders</source>
-        <translation>或从文件夹中选择</translation>
-    </message>
-    <message>
-        <source>Select Archives…</source>
-        <translation>选择压缩文件…</translation>
+        <source>Password strength</source>
+        <translation>密码强度</translation>
     </message>
 </context>
 <context>
@@ -889,6 +1667,17 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
         <translation>
             <numerusform>%n 个压缩文件</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::TwoPageWindow</name>
+    <message>
+        <source>Vantoro</source>
+        <translation>Vantoro</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>菜单</translation>
     </message>
 </context>
 <context>
