@@ -2,6 +2,7 @@
 
 #include "compress/CompressHost.h"
 #include "compress/CompressWindow.h"
+#include "compress/FileIcon.h"
 #include "compress/KXTableCellView.h"
 #include "compress/PackKinds.h"
 #include "compress/PackTable.h"
@@ -14,7 +15,6 @@
 #include "files/FilePanels.h"
 #include "files/KXUtilities.h"
 #include "platform/MainLoop.h"
-#include "platform/Workspace.h"
 #include "platform/WriterMonitor.h"
 #include "widgets/ColoredView.h"
 #include "widgets/ElidedLabel.h"
@@ -182,7 +182,7 @@ void KXPackViewController::setUpRow(KXTableCellView* row)
 
 void KXPackViewController::showRow(KXTableCellView& row)
 {
-    row.itemIcon()->setIcon(Workspace::shared().iconForFile(row.path()));
+    row.itemIcon()->setIcon(fileIcon(row.path()));
     const auto size = m_sizes.sizeOf(row.path());
     row.setSizeText(size ? KXUtilities::sizeFormatForNumber(*size) : QString());
 }

@@ -5,14 +5,16 @@
 #include "compress/PackTable.h"
 #include "compress/StrengthBar.h"
 
+#include "browse/EncodingItemDelegate.h"
 #include "widgets/ColoredView.h"
 #include "widgets/FlatButton.h"
 #include "widgets/PasswordField.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QListView>
+
 #include <QVBoxLayout>
 
 namespace vantoro {
@@ -111,6 +113,8 @@ void KXPackViewController::buildPasswordView()
 /// An item's title is the kind itself.
 void KXPackViewController::fillKindMenu(QComboBox* menu) const
 {
+    auto* delegate = new EncodingItemDelegate(menu); // a name, and a remark from a common edge on
+    int edge = 0;
     bool wasTar = false;
     bool wasSingle = false;
     for (const PackKind& kind : packKinds()) {
@@ -119,10 +123,15 @@ void KXPackViewController::fillKindMenu(QComboBox* menu) const
         if (startsGroup && menu->count() > 0)
             menu->insertSeparator(menu->count());
         menu->addItem(kind.title);
-        menu->setItemData(menu->count() - 1, kind.description, Qt::ToolTipRole);
+        menu->setItemData(menu->count() - 1, kind.title, EncodingItemDelegate::NameRole);
+        menu->setItemData(menu->count() - 1, kind.description, EncodingItemDelegate::SampleRole);
+        edge = qMax(edge, menu->fontMetrics().horizontalAdvance(kind.title));
         wasTar = isTar;
         wasSingle = kind.singleFile;
     }
+    delegate->setSampleEdge(edge + theme::kSpaceL);
+    menu->setItemDelegate(delegate);
+    menu->view()->setMinimumWidth(menu->view()->sizeHintForColumn(0) + 2 * menu->view()->frameWidth() + theme::kSpaceL);
 }
 
 }

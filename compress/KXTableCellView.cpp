@@ -39,6 +39,7 @@ KXTableCellView::KXTableCellView(QWidget* parent)
     m_itemSize->setFont(theme::font(theme::Type::Caption, font()));
     m_itemSize->setForegroundRole(QPalette::PlaceholderText);
     m_itemSize->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_itemSize->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     m_itemSize->setFixedWidth(m_itemSize->fontMetrics().horizontalAdvance(QStringLiteral("8888.88 MB")));
     m_previewButton->setToolTip(tr("Preview"));
     m_closeBut->setToolTip(tr("Remove from the list"));

@@ -1,5 +1,6 @@
 #include "compress/PreviewPanel.h"
 
+#include "compress/FileIcon.h"
 #include "compress/FilePreview.h"
 
 #include "platform/Workspace.h"
@@ -54,6 +55,7 @@ PreviewPanel::PreviewPanel()
     m_text->setReadOnly(true);
     m_text->setFrameShape(QFrame::NoFrame);
     m_text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_text->document()->setDocumentMargin(theme::kSpaceM);
     m_text->setAccessibleName(tr("Contents"));
     m_icon->setFixedSize(kFactsIconEdge, kFactsIconEdge);
     m_factsText->setAlignment(Qt::AlignCenter);
@@ -120,7 +122,7 @@ void PreviewPanel::show(const QString& path)
     m_name->setText(isThere ? preview.name : tr("Nothing to show"));
     m_name->setToolTip(path);
     m_factsText->setText(preview.facts);
-    m_icon->setIcon(isThere ? Workspace::shared().iconForFile(path) : QIcon());
+    m_icon->setIcon(isThere ? fileIcon(path) : QIcon());
     m_picture->setPixmap(QPixmap::fromImage(preview.image));
     m_picture->setAccessibleName(preview.name);
     m_text->setPlainText(preview.text);
