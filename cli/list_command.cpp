@@ -2,13 +2,12 @@
 #include "cli/entry_printer.h"
 #include "cli/output.h"
 
+#include "engine/crypto/late_openssl.h"
 #include "engine/extract.h"
 
 #include <algorithm>
 #include <array>
 #include <deque>
-
-#include <openssl/evp.h>
 
 namespace vantoro::cli {
 
@@ -207,8 +206,10 @@ int runList(const Arguments& arguments, const CancelToken& cancel)
     EntryPrinter printer(arguments.json, out);
     Listing listing(arguments, printer, cancel);
     auto& archive = (*opened)->archive();
-    HashingLane hashing(listing, path);
-    const auto result = arguments.sha256 ? archive.read({}, hashing) : archive.list(listing);
+    std::optional<HashingLane> hashing;
+    if (arguments.sha256)
+        hashing.emplace(listing, path);
+    const auto result = hashing ? archive.read({}, *hashing) : archive.list(listing);
     listing.finish();
     printer.printSum();
     const bool isWritten = out.flush();
@@ -220,11 +221,12 @@ int runList(const Arguments& arguments, const CancelToken& cancel)
         complain(path, {}, sentence(*damage, archive.info().missingVolume));
     if (!archive.info().missingVolume.empty() && !archive.info().damage)
         complain(path, {}, sentence({ErrorCode::MissingVolume}, archive.info().missingVolume));
-    if (hashing.firstError() && statusOf(*hashing.firstError()) == kUnanswered)
+    const auto firstError = hashing ? hashing->firstError() : std::nullopt;
+    if (firstError && statusOf(*firstError) == kUnanswered)
         return kUnanswered;
     if (!isWritten)
         return kFailed;
-    return hashing.firstError() || archive.info().damage || !archive.info().missingVolume.empty() ? kDamaged : kWhole;
+    return firstError || archive.info().damage || !archive.info().missingVolume.empty() ? kDamaged : kWhole;
 }
 
 }

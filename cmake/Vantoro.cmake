@@ -48,6 +48,19 @@ function(vantoro_room name)
     target_link_libraries(${name} PUBLIC ${ROOM_LINK} PRIVATE vantoro_options ${ROOM_PRIVATE_LINK})
 endfunction()
 
+# vantoro_late_library(ROOM PREFIX)
+# The room and those that link it load the library that pkg_check_modules(PREFIX … IMPORTED_TARGET) found when they first
+# call it (engine/io/late_library.h): it is not linked, and VANTORO_<PREFIX>_SONAME is what the loader knows it by.
+function(vantoro_late_library room prefix)
+    list(GET ${prefix}_LINK_LIBRARIES 0 file)
+    execute_process(COMMAND ${CMAKE_OBJDUMP} -p ${file} OUTPUT_VARIABLE headers COMMAND_ERROR_IS_FATAL ANY)
+    if(NOT headers MATCHES "SONAME +([^ \n]+)")
+        message(FATAL_ERROR "${file} has no name for the loader")
+    endif()
+    target_compile_definitions(${room} PUBLIC VANTORO_${prefix}_SONAME="${CMAKE_MATCH_1}")
+    target_include_directories(${room} SYSTEM PUBLIC ${${prefix}_INCLUDE_DIRS})
+endfunction()
+
 # vantoro_test(NAME SOURCES ... LINK ... [LABELS ...]): a GoogleTest program run by CTest, case by case.
 function(vantoro_test name)
     cmake_parse_arguments(TEST "" "" "SOURCES;LINK;LABELS" ${ARGN})

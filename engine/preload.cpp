@@ -1,7 +1,9 @@
 #include "engine/preload.h"
 
 #include "engine/backends/library_locale.h"
+#include "engine/backends/libarchive_rows.h"
 #include "engine/backends/sevenzip_library.h"
+#include "engine/crypto/late_openssl.h"
 #include "engine/registry.h"
 #include "engine/text/converter.h"
 
@@ -9,8 +11,20 @@ namespace vantoro {
 
 void preloadLibraries()
 {
+    preloadSevenZipFormats();
+    preloadLibarchive();
+    (void)opensslLibrary.load();
+}
+
+void preloadSevenZipFormats()
+{
     // Without 7-Zip's library its formats fail one by one, with an error that says so.
     (void)preloadSevenZip();
+    preloadOwnFormats();
+}
+
+void preloadOwnFormats()
+{
     (void)containerFormats();
     (void)streamFormats();
 }

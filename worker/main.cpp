@@ -9,14 +9,31 @@
 
 #include <malloc.h>
 
+namespace {
+
+void preload(vantoro::cage::Libraries libraries)
+{
+    switch (libraries) {
+    case vantoro::cage::Libraries::Few:
+        return vantoro::preloadOwnFormats();
+    case vantoro::cage::Libraries::SevenZip:
+        return vantoro::preloadSevenZipFormats();
+    case vantoro::cage::Libraries::All:
+        return vantoro::preloadLibraries();
+    }
+}
+
+}
+
 int main(int argc, char** argv)
 {
     // One arena a thread would use up the address space that the limits leave.
     ::mallopt(M_ARENA_MAX, 2);
     ::tzset();
-    vantoro::preloadLibraries();
+    const auto needs = vantoro::cage::workerNeeds(argc, argv);
+    preload(needs.libraries);
     vantoro::Limits limits;
-    limits.dictionary = vantoro::cage::dictionaryAllowed(argc, argv);
+    limits.dictionary = needs.dictionary;
     const auto steps = vantoro::cage::confineThisProcess(vantoro::cage::kWorkerMemory, limits.dictionary);
     return vantoro::cage::serve(&vantoro::openSource, steps, limits);
 }

@@ -1,7 +1,6 @@
 #include "engine/backends/libarchive_archive.h"
 
-#include <archive.h>
-#include <archive_entry.h>
+#include "engine/backends/late_libarchive.h"
 
 #include <algorithm>
 #include <deque>

@@ -1,6 +1,6 @@
 #include "engine/backends/libarchive_input.h"
 
-#include <archive.h>
+#include "engine/backends/late_libarchive.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,9 +1,9 @@
 #include "engine/backends/libarchive_rows.h"
 
+#include "engine/backends/late_libarchive.h"
+
 #include "engine/backends/libarchive_archive.h"
 #include "engine/backends/library_locale.h"
-
-#include <archive.h>
 
 #include <algorithm>
 
@@ -17,11 +17,17 @@ bool isArTable(std::string_view name)
     return name == "/" || name == "//" || name == "/SYM64/" || name.starts_with("__.SYMDEF");
 }
 
-constexpr LibarchiveFormat kAr{
-    .id = "ar", .enable = &archive_read_support_format_ar, .leastBytesPerEntry = 60, .isTable = &isArTable};
-constexpr LibarchiveFormat kWarc{.id = "warc", .enable = &archive_read_support_format_warc, .hasModes = false};
-constexpr LibarchiveFormat kXar{
-    .id = "xar", .enable = &archive_read_support_format_xar, .nameCharset = kCharsetUtf8, .leastBytesPerEntry = 1};
+constexpr LibarchiveFormat kAr{.id = "ar",
+                               .enable = [](archive* reader) { return archive_read_support_format_ar(reader); },
+                               .leastBytesPerEntry = 60,
+                               .isTable = &isArTable};
+constexpr LibarchiveFormat kWarc{.id = "warc",
+                                 .enable = [](archive* reader) { return archive_read_support_format_warc(reader); },
+                                 .hasModes = false};
+constexpr LibarchiveFormat kXar{.id = "xar",
+                                .enable = [](archive* reader) { return archive_read_support_format_xar(reader); },
+                                .nameCharset = kCharsetUtf8,
+                                .leastBytesPerEntry = 1};
 
 template <const LibarchiveFormat& format> Result<ArchivePtr> open(SourcePtr source, const OpenContext& context)
 {
@@ -64,6 +70,8 @@ std::span<const FormatRow> libarchiveRows() { return kRows; }
 void preloadLibarchive()
 {
     useUtf8ForLibraries();
+    if (!libarchiveLibrary.load())
+        return;
     if (auto* reader = archive_read_new())
         archive_read_free(reader);
 }

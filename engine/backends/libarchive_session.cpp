@@ -1,9 +1,7 @@
 #include "engine/backends/libarchive_session.h"
 
+#include "engine/backends/late_libarchive.h"
 #include "engine/backends/library_locale.h"
-
-#include <archive.h>
-#include <archive_entry.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -58,6 +56,8 @@ Result<std::unique_ptr<LibarchiveSession>> LibarchiveSession::start(const Libarc
                                                                     LibarchiveInput input, const Limits& limits)
 {
     useUtf8ForLibraries();
+    if (!libarchiveLibrary.load())
+        return Error{ErrorCode::UnsupportedFeature, "libarchive: not installed"};
     std::unique_ptr<LibarchiveSession> session(new LibarchiveSession(format, std::move(input), limits));
     session->m_reader = archive_read_new();
     if (!session->m_reader)

@@ -6,6 +6,7 @@
 #include "engine/cage/worker_process.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <thread>
 
@@ -57,19 +58,78 @@ Result<Handover> handOver(const ByteSource& source)
     return result;
 }
 
+/// What a worker most likely needs to read a file. A wrong guess costs a second start.
+Libraries likelyLibraries(const ByteSource& source)
+{
+    constexpr std::size_t kTarMarkAt = 257;
+    const auto head = readBlock(source, 0, kTarMarkAt + 5);
+    if (!head)
+        return Libraries::All;
+    const auto text = asText(*head);
+    using namespace std::string_view_literals;
+    if (text.starts_with("7z\xBC\xAF\x27\x1C"sv))
+        return Libraries::SevenZip;
+    constexpr std::array kStarts{"PK\3\4"sv,        "PK\5\6"sv,           "\x1F\x8B"sv,        "BZh"sv,
+                                 "\xFD\x37zXZ\0"sv, "\x28\xB5\x2F\xFD"sv, "\x04\x22\x4D\x18"sv};
+    const bool isOurs = std::any_of(kStarts.begin(), kStarts.end(), [&](auto start) { return text.starts_with(start); })
+        || text.substr(std::min(text.size(), kTarMarkAt)) == "ustar";
+    return isOurs ? Libraries::Few : Libraries::All;
+}
+
 class CagedArchive final : public Archive {
 public:
     CagedArchive(std::string program, SourcePtr source, OpenContext context)
         : m_program(std::move(program))
         , m_source(std::move(source))
         , m_context(std::move(context))
+        , m_libraries(likelyLibraries(*m_source))
     {
     }
 
     Result<void> open()
     {
+        if (m_libraries == Libraries::All)
+            return openWithWorker();
+        const auto opened = openWithWorker();
+        const bool isFinal = opened || opened.error().code == ErrorCode::Cancelled
+            || opened.error().code == ErrorCode::Io || opened.error().code == ErrorCode::MissingVolume;
+        return isFinal ? opened : openWithAll();
+    }
+
+    const ArchiveInfo& info() const override { return m_info; }
+
+    Result<void> list(EntryVisitor& visitor) override
+    {
+        return withEnoughLibraries([&] { return listOnce(visitor); });
+    }
+
+    Result<void> read(const ReadRequest& wish, Lanes& lanes) override
+    {
+        return withEnoughLibraries([&] { return readOnce(wish, lanes); });
+    }
+
+private:
+    Result<void> openWithAll()
+    {
+        m_libraries = Libraries::All;
+        m_needsAll = false;
+        return openWithWorker();
+    }
+
+    /// A request that turns out to need ciphers before anything came of it goes to a new worker that has them.
+    template <class Request> Result<void> withEnoughLibraries(const Request& request)
+    {
+        auto result = request();
+        if (!m_needsAll)
+            return result;
+        TRY(openWithAll());
+        return request();
+    }
+
+    Result<void> openWithWorker()
+    {
         const auto lanes = std::clamp(std::thread::hardware_concurrency(), 1U, kMaxLanes);
-        m_worker = TRY(WorkerProcess::start(m_program, lanes, m_context.limits.dictionary));
+        m_worker = TRY(WorkerProcess::start(m_program, lanes, {m_context.limits.dictionary, m_libraries}));
         m_readers.clear();
         for (unsigned i = 0; i < lanes; ++i)
             m_readers.push_back(std::make_unique<RingReader>(m_worker->area(), i));
@@ -81,9 +141,7 @@ public:
         return finish(request(message, handover.fds, nullptr));
     }
 
-    const ArchiveInfo& info() const override { return m_info; }
-
-    Result<void> list(EntryVisitor& visitor) override
+    Result<void> listOnce(EntryVisitor& visitor)
     {
         TRY(ensureOpen());
         Message message;
@@ -93,7 +151,7 @@ public:
         return finish(request(message, {}, &pump));
     }
 
-    Result<void> read(const ReadRequest& wish, Lanes& lanes) override
+    Result<void> readOnce(const ReadRequest& wish, Lanes& lanes)
     {
         TRY(ensureOpen());
         Message message;
@@ -117,7 +175,6 @@ public:
         return result;
     }
 
-private:
     Result<void> ensureOpen()
     {
         if (m_worker && m_worker->isAlive())
@@ -177,6 +234,10 @@ private:
                 m_outcome = received->message.error;
                 return {};
             }
+            m_needsAll = m_libraries == Libraries::Few && received->message.type == MessageType::NeedPassword
+                && (!pump || pump->progress() == 0);
+            if (m_needsAll)
+                return Error{ErrorCode::DecoderStopped, "cage: goes on in a worker with all libraries"};
             TRY(answer(received->message));
             watch.restart();
         }
@@ -258,6 +319,8 @@ private:
     std::string m_program;
     SourcePtr m_source;
     OpenContext m_context;
+    Libraries m_libraries;
+    bool m_needsAll = false;
     std::unique_ptr<WorkerProcess> m_worker;
     std::vector<std::unique_ptr<RingReader>> m_readers;
     ArchiveInfo m_info;

@@ -20,6 +20,8 @@ namespace vantoro::cage {
 
 namespace {
 
+// Words for Libraries on the command line.
+constexpr std::array<const char*, 3> kLibraryOptions{"few", "7z", "all"};
 constexpr int kStartLimit = 10'000; // milliseconds
 
 /// Of the running program, with a slash at its end; empty when it cannot be told.
@@ -61,7 +63,7 @@ struct SpawnActions {
     posix_spawnattr_t attributes;
 };
 
-Result<pid_t> spawn(const std::string& program, int socket, int memory, std::uint64_t dictionary)
+Result<pid_t> spawn(const std::string& program, const WorkerNeeds& needs, int socket, int memory)
 {
     SpawnActions spawn;
     for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
@@ -81,8 +83,9 @@ Result<pid_t> spawn(const std::string& program, int socket, int memory, std::uin
         pointers.push_back(text.data());
     pointers.push_back(nullptr);
     std::string name = "vantoro-worker";
-    auto allowed = std::to_string(dictionary);
-    std::array<char*, 3> arguments{name.data(), allowed.data(), nullptr};
+    auto dictionary = std::to_string(needs.dictionary);
+    std::string libraries = kLibraryOptions[static_cast<std::size_t>(needs.libraries)];
+    std::array<char*, 4> arguments{name.data(), dictionary.data(), libraries.data(), nullptr};
     pid_t pid = -1;
     const int reason
         = ::posix_spawn(&pid, program.c_str(), &spawn.actions, &spawn.attributes, arguments.data(), pointers.data());
@@ -119,22 +122,26 @@ std::string workerProgram()
     return {};
 }
 
-std::uint64_t dictionaryAllowed(int argc, char** argv)
+WorkerNeeds workerNeeds(int argc, char** argv)
 {
-    auto dictionary = Limits{}.dictionary;
+    WorkerNeeds needs;
     if (argc > 1)
-        std::from_chars(argv[1], argv[1] + std::strlen(argv[1]), dictionary);
-    return dictionary;
+        std::from_chars(argv[1], argv[1] + std::strlen(argv[1]), needs.dictionary);
+    for (const auto libraries : {Libraries::Few, Libraries::SevenZip}) {
+        if (argc > 2 && std::strcmp(argv[2], kLibraryOptions[static_cast<std::size_t>(libraries)]) == 0)
+            needs.libraries = libraries;
+    }
+    return needs;
 }
 
 Result<std::unique_ptr<WorkerProcess>> WorkerProcess::start(const std::string& program, unsigned lanes,
-                                                            std::uint64_t dictionary)
+                                                            const WorkerNeeds& needs)
 {
     auto area = TRY(SharedArea::create(lanes));
     auto ends = TRY(Channel::makePair());
     auto socket = TRY(awayFromTargets(ends.second.get()));
     const auto memory = TRY(awayFromTargets(area.fd()));
-    const auto pid = TRY(spawn(program, socket.get(), memory.get(), dictionary));
+    const auto pid = TRY(spawn(program, needs, socket.get(), memory.get()));
     std::unique_ptr<WorkerProcess> process(new WorkerProcess(pid, Channel(std::move(ends.first)), std::move(area)));
     socket = Descriptor(); // or we would never see the worker's end close
     ends.second = Descriptor();

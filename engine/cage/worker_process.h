@@ -4,6 +4,8 @@
 #include "engine/cage/shared_area.h"
 #include "engine/io/cancel.h"
 
+#include <array>
+
 #include <sys/types.h>
 
 namespace vantoro::cage {
@@ -12,20 +14,34 @@ namespace vantoro::cage {
 constexpr int kWorkerSocket = 3;
 constexpr int kWorkerMemory = 4;
 
+/// What a worker loads before it is confined; nothing can be added later. The large libraries take twice as long to
+/// start as all the rest.
+enum class Libraries : std::uint8_t {
+    Few, ///< enough for what our own code reads: zip, tar, compressed streams; no ciphers
+    SevenZip, ///< 7-Zip's plug-in as well
+    All,
+};
+
+/// What a worker is started with; crosses on its command line.
+struct WorkerNeeds {
+    std::uint64_t dictionary = Limits{}.dictionary; ///< bytes of history that its decoders may hold
+    Libraries libraries = Libraries::All;
+};
+
 /// Path of the worker program: VANTORO_WORKER, else "vantoro-worker" beside this program, else in the
 /// installation that this program belongs to, else where it was to be installed. Empty when there is none, or when
 /// VANTORO_CAGE=off.
 std::string workerProgram();
 
-/// The dictionary that the worker's command line allows; the usual one without a command line.
-std::uint64_t dictionaryAllowed(int argc, char** argv);
+/// What the worker's command line says; the usual where it says nothing.
+WorkerNeeds workerNeeds(int argc, char** argv);
 
 /// A running worker. Killed and reaped when it goes.
 class WorkerProcess {
 public:
-    /// Starts `program` and waits until it is confined. Its decoders may hold `dictionary` bytes of history.
+    /// Starts `program` and waits until it is confined.
     static Result<std::unique_ptr<WorkerProcess>> start(const std::string& program, unsigned lanes,
-                                                        std::uint64_t dictionary = Limits{}.dictionary);
+                                                        const WorkerNeeds& needs = {});
     WorkerProcess(const WorkerProcess&) = delete;
     WorkerProcess& operator=(const WorkerProcess&) = delete;
     ~WorkerProcess();

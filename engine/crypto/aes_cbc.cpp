@@ -1,6 +1,6 @@
 #include "engine/crypto/aes_cbc.h"
 
-#include <openssl/evp.h>
+#include "engine/crypto/late_openssl.h"
 
 #include <algorithm>
 #include <vector>

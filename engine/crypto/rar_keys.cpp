@@ -1,11 +1,8 @@
 #include "engine/crypto/rar_keys.h"
 
-#include "engine/io/secret.h"
-
 // The block functions below the EVP layer: the derivations make hundreds of thousands of tiny calls.
-#define OPENSSL_SUPPRESS_DEPRECATED
-#include <openssl/hmac.h>
-#include <openssl/sha.h>
+#include "engine/crypto/late_openssl.h"
+#include "engine/io/secret.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,8 +1,8 @@
 #include "engine/crypto/zip_aes.h"
 
-#include "engine/io/secret.h"
+#include "engine/crypto/late_openssl.h"
 
-#include <openssl/evp.h>
+#include "engine/io/secret.h"
 
 #include <algorithm>
 

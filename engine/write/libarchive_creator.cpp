@@ -1,3 +1,4 @@
+#include "engine/backends/late_libarchive.h"
 #include "engine/backends/library_locale.h"
 #include "engine/write/compressors.h"
 #include "engine/write/creator.h"
@@ -5,9 +6,6 @@
 
 #include <algorithm>
 #include <thread>
-
-#include <archive.h>
-#include <archive_entry.h>
 
 namespace vantoro {
 
@@ -228,7 +226,8 @@ public:
         const auto& item = sources.items[0];
         auto reader = TRY(SourceReader::open(item));
         log.begin(item);
-        const auto compressor = TRY(makeCompressor(m_kind, out, options.level, options.threads, reader.size(), options.cancel));
+        const auto compressor
+            = TRY(makeCompressor(m_kind, out, options.level, options.threads, reader.size(), options.cancel));
         std::vector<std::byte> buffer(512 << 10);
         while (true) {
             TRY(options.cancel.check());
