@@ -14,19 +14,24 @@ constexpr std::size_t kBlock = 16;
 /// The state of one decryption.
 class AesCbc {
 public:
-    AesCbc() : m_context(EVP_CIPHER_CTX_new()) {}
+    AesCbc() : m_context(opensslLibrary.load() ? EVP_CIPHER_CTX_new() : nullptr) {}
     AesCbc(const AesCbc&) = delete;
     AesCbc& operator=(const AesCbc&) = delete;
-    ~AesCbc() { EVP_CIPHER_CTX_free(m_context); }
+    ~AesCbc()
+    {
+        if (m_context)
+            EVP_CIPHER_CTX_free(m_context);
+    }
 
     bool start(ConstBytes key, ConstBytes iv)
     {
+        if (!m_context)
+            return false;
         const auto* const cipher = key.size() == 16 ? EVP_aes_128_cbc()
             : key.size() == 24                      ? EVP_aes_192_cbc()
                                                     : EVP_aes_256_cbc();
         assert(key.size() == static_cast<std::size_t>(EVP_CIPHER_get_key_length(cipher)) && iv.size() == kBlock);
-        return m_context
-            && EVP_DecryptInit_ex(m_context, cipher, nullptr, reinterpret_cast<const unsigned char*>(key.data()),
+        return EVP_DecryptInit_ex(m_context, cipher, nullptr, reinterpret_cast<const unsigned char*>(key.data()),
                                   reinterpret_cast<const unsigned char*>(iv.data()))
             == 1
             && EVP_CIPHER_CTX_set_padding(m_context, 0) == 1;

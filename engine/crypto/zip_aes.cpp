@@ -23,7 +23,7 @@ const EVP_CIPHER* cipherFor(unsigned strength)
 }
 
 struct ZipAes::State {
-    EVP_CIPHER_CTX* context = EVP_CIPHER_CTX_new();
+    EVP_CIPHER_CTX* context = nullptr; // made when first needed: OpenSSL is loaded late
     unsigned contextStrength = 0; // the cipher that the context is set up for
     HmacSha1 hmac{{}};
     std::uint64_t counter = 0; // of the last block of the pad
@@ -35,7 +35,8 @@ struct ZipAes::State {
     State& operator=(const State&) = delete;
     ~State()
     {
-        EVP_CIPHER_CTX_free(context);
+        if (context)
+            EVP_CIPHER_CTX_free(context);
         wipe(pad.data(), pad.size());
     }
 
@@ -72,16 +73,20 @@ std::array<std::byte, ZipAes::kCheckSize> ZipAes::check(std::string_view passwor
 Result<void> ZipAes::derive(std::string_view password, ConstBytes salt, unsigned strength,
                             std::array<std::byte, kCheckSize>& check)
 {
+    auto& state = *m_state;
+    if (!state.context && opensslLibrary.load())
+        state.context = EVP_CIPHER_CTX_new();
+    if (!state.context)
+        return Error{ErrorCode::Internal, "zip: AES is not available"};
     std::array<std::byte, std::size_t{2} * 32 + kCheckSize> derived;
     const auto size = keySize(strength);
     const auto used = Bytes(derived).first(2 * size + kCheckSize);
     pbkdf2Sha1(asBytes(password), salt, kRounds, used);
-    auto& state = *m_state;
     std::copy(used.end() - kCheckSize, used.end(), check.begin());
     state.hmac = HmacSha1(used.subspan(size, size));
     const auto* cipher = state.contextStrength == strength ? nullptr : cipherFor(strength);
     const auto* key = reinterpret_cast<const unsigned char*>(derived.data());
-    const bool isSetUp = state.context && EVP_EncryptInit_ex(state.context, cipher, nullptr, key, nullptr) == 1
+    const bool isSetUp = EVP_EncryptInit_ex(state.context, cipher, nullptr, key, nullptr) == 1
         && EVP_CIPHER_CTX_set_padding(state.context, 0) == 1;
     wipe(derived.data(), derived.size());
     if (!isSetUp)
