@@ -189,7 +189,9 @@ Result<HiddenFolder> HiddenFolder::create(int destination, const std::string& de
         struct stat status {};
         if (::fstatat(destination, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0)
             continue; // not even on the list for a moment: what is listed may be removed
-        auto folder = tryCreate(destination, name, destinationPath + "/" + name);
+        auto path = destinationPath;
+        path.append("/").append(name);
+        auto folder = tryCreate(destination, name, path);
         if (folder || folder.error().code != ErrorCode::AlreadyExists)
             return folder;
     }

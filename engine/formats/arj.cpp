@@ -16,7 +16,6 @@ namespace {
 using arj::Contents;
 using arj::Header;
 using arj::Kind;
-using arj::Member;
 using arj::Part;
 
 constexpr std::size_t kBlock = 64 << 10;
