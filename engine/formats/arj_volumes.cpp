@@ -36,7 +36,7 @@ class SetReader {
 public:
     explicit SetReader(const OpenContext& context) : m_context(context) {}
 
-    Result<Contents> read(SourcePtr opened)
+    Result<Contents> read(const SourcePtr& opened)
     {
         auto number = volumeNumber(m_context.name).value_or(0);
         m_firstName = number == 0 ? m_context.name : m_context.name.substr(0, m_context.name.size() - 4) + ".arj";
@@ -80,7 +80,7 @@ private:
     }
 
     /// Whether another volume follows.
-    Result<bool> readVolume(SourcePtr source, unsigned number)
+    Result<bool> readVolume(const SourcePtr& source, unsigned number)
     {
         const auto start = findStart(*source);
         if (!start)

@@ -275,7 +275,7 @@ Result<void> RarEntryReader::decodeOne(std::uint32_t index, RarCheckedSink& sink
     if (member.lacksEnd
         && (outcome || outcome.error().code == ErrorCode::Truncated || outcome.error().code == ErrorCode::Corrupt))
         return Error{ErrorCode::MissingVolume, "rar: the entry goes on in a volume that is not there"};
-    TRY(std::move(outcome));
+    TRY(outcome);
     return sink.verify(key ? &*key : nullptr);
 }
 

@@ -264,10 +264,9 @@ void OldScan::completeBlock(Block& block, std::uint64_t headerEnd)
         checkedEnd = std::min<std::size_t>(checkedEnd, 13);
     else if (block.kind == type::kSub && block.header.size() > 13)
         checkedEnd = block.header[11] == std::byte{1} || block.header[11] == std::byte{2} ? 0 : checkedEnd;
-    else if (block.kind == type::kAuthenticity || block.kind == type::kSignature)
-        checkedEnd = 0;
-    else if (block.kind == type::kFile || block.kind == type::kService)
-        checkedEnd = 0; // compared when the header has been read
+    else if (block.kind == type::kAuthenticity || block.kind == type::kSignature || block.kind == type::kFile
+             || block.kind == type::kService)
+        checkedEnd = 0; // those of files are compared when the header has been read
     block.isWrong = !in.ok() || (checkedEnd > 0 && !isHeaderRight(block.header, checkedEnd));
 }
 
