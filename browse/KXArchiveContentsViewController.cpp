@@ -30,7 +30,7 @@ KXArchiveContentsViewController::~KXArchiveContentsViewController()
 }
 
 QString KXArchiveContentsViewController::identifier() const { return QStringLiteral("Extract"); }
-QIcon KXArchiveContentsViewController::toolbarItemImage() const { return icons::icon(QStringLiteral("page-extract")); }
+QIcon KXArchiveContentsViewController::toolbarItemImage() const { return icons::icon(QStringLiteral("extract")); }
 QString KXArchiveContentsViewController::toolbarItemLabel() const { return tr("Extract"); }
 
 void KXArchiveContentsViewController::viewWillAppear()

@@ -12,7 +12,7 @@ namespace vantoro {
 KXDropArchiveView::KXDropArchiveView(QWidget* parent) : DropArea(parent)
 {
     setObjectName(QStringLiteral("dropView"));
-    setIllustration(icons::icon(QStringLiteral("page-extract")));
+    setIllustration(icons::icon(QStringLiteral("extract")));
     setSentence(tr("Drop an archive here"));
     setHint(tr("to look inside, preview and extract what you need"));
     button()->setText(tr("Choose an Archive…"));
