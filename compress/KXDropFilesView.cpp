@@ -8,7 +8,7 @@ namespace vantoro {
 KXDropFilesView::KXDropFilesView(QWidget* parent) : DropArea(parent)
 {
     setAccent(theme::Accent::Compress);
-    setIllustration(icons::icon(QStringLiteral("page-compress")));
+    setIllustration(icons::icon(QStringLiteral("compress")));
     setSentence(tr("Drop files and folders here to compress them"));
     setHint(tr("or choose them from your folders"));
     button()->setText(tr("Add Files…"));
