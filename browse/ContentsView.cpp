@@ -67,7 +67,8 @@ void Page::View::showTree(std::shared_ptr<const ArchiveTree> tree, const QString
         return m_page.m_statusLine->clear();
     const auto root = m_page.m_model->index(0, 0);
     m_page.m_outlineView->expand(root);
-    m_page.m_outlineView->setAccessibleName(Page::tr("Contents of %1").arg(root.data(Qt::DisplayRole).toString()));
+    m_page.m_outlineView->setAccessibleName(
+        vantoro::KXArchiveContentsViewController::tr("Contents of %1").arg(root.data(Qt::DisplayRole).toString()));
     m_page.m_outlineView->selectionModel()->setCurrentIndex(root, QItemSelectionModel::NoUpdate);
     m_page.m_outlineView->setFocus();
 }
@@ -87,12 +88,13 @@ void Page::View::showStatus(const QString& text) { m_page.m_statusLine->setText(
 
 void Page::View::showInformation(const QString& reason)
 {
-    auto* box = new QMessageBox(QMessageBox::Information, Page::tr("Information"),
-                                Page::tr("DO NOT support quicklook this archive, please close 'Preview an archive's "
-                                         "file list without extraction' in Preferences Panel to extract directly"),
+    auto* box = new QMessageBox(QMessageBox::Information, vantoro::KXArchiveContentsViewController::tr("Information"),
+                                vantoro::KXArchiveContentsViewController::tr(
+                                    "DO NOT support quicklook this archive, please close 'Preview an archive's "
+                                    "file list without extraction' in Preferences Panel to extract directly"),
                                 QMessageBox::NoButton, m_page.window());
     box->setInformativeText(reason);
-    auto* ok = box->addButton(Page::tr("OK"), QMessageBox::AcceptRole);
+    auto* ok = box->addButton(vantoro::KXArchiveContentsViewController::tr("OK"), QMessageBox::AcceptRole);
     box->setEscapeButton(nullptr);
     QObject::connect(ok, &QAbstractButton::clicked, &m_page, [host = &m_page.m_host] { host->openPrefsWindow(); });
     box->setAttribute(Qt::WA_DeleteOnClose);
@@ -103,7 +105,8 @@ void Page::View::showNotice(Notice notice)
 {
     const bool isPassword = notice == Notice::WrongPassword;
     ProgressOverlay::showMessage(m_page.window(), QStringLiteral("glyph-warning"),
-                                 isPassword ? Page::tr("Wrong Password!") : Page::tr("This archive is empty"));
+                                 isPassword ? vantoro::KXArchiveContentsViewController::tr("Wrong Password!")
+                                            : vantoro::KXArchiveContentsViewController::tr("This archive is empty"));
 }
 
 void Page::View::showPWDPanel(const QString& archiveName) { m_page.m_passWdPanel->ask(archiveName); }

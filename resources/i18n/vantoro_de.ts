@@ -5,23 +5,23 @@
     <name>AppCommands</name>
     <message>
         <source>&amp;Open Archive…</source>
-        <translation>Archiv ö&amp;ffnen …</translation>
+        <translation>Archiv ö&amp;ffnen …</translation>
     </message>
     <message>
         <source>&amp;New Archive…</source>
-        <translation>&amp;Neues Archiv …</translation>
+        <translation>&amp;Neues Archiv …</translation>
     </message>
     <message>
         <source>&amp;Extract…</source>
-        <translation>&amp;Entpacken …</translation>
+        <translation>&amp;Entpacken …</translation>
     </message>
     <message>
         <source>Extract to the &amp;Desktop…</source>
-        <translation>Auf den &amp;Schreibtisch entpacken …</translation>
+        <translation>Auf den &amp;Schreibtisch entpacken …</translation>
     </message>
     <message>
         <source>Extract &amp;Beside the Archives…</source>
-        <translation>Neben den Archiven ent&amp;packen …</translation>
+        <translation>Neben den Archiven ent&amp;packen …</translation>
     </message>
     <message>
         <source>&amp;Look Inside Before Extracting</source>
@@ -81,6 +81,53 @@
     <message>
         <source>Allow</source>
         <translation>Erlauben</translation>
+    </message>
+</context>
+<context>
+    <name>ArchiveTexts</name>
+    <message>
+        <source>encrypted, names too</source>
+        <translation>verschlüsselt, auch die Namen</translation>
+    </message>
+    <message>
+        <source>encrypted</source>
+        <translation>verschlüsselt</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln entries</source>
+        <translation>
+            <numerusform>%Ln Eintrag</numerusform>
+            <numerusform>%Ln Einträge</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln files</source>
+        <translation>
+            <numerusform>%Ln Datei</numerusform>
+            <numerusform>%Ln Dateien</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln folders</source>
+        <translation>
+            <numerusform>%Ln Ordner</numerusform>
+            <numerusform>%Ln Ordner</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1, %2 packed</source>
+        <translation>%1, gepackt %2</translation>
+    </message>
+    <message>
+        <source>names in %1</source>
+        <translation>Namen in %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln volumes</source>
+        <translation>
+            <numerusform>%Ln Teil</numerusform>
+            <numerusform>%Ln Teile</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -340,6 +387,13 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
 </context>
 <context>
+    <name>EntryPreviewer</name>
+    <message>
+        <source>Reading “%1”…</source>
+        <translation>„%1“ wird gelesen …</translation>
+    </message>
+</context>
+<context>
     <name>ExtractionSummary</name>
     <message>
         <source>&quot;%1&quot; was extracted</source>
@@ -574,6 +628,13 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
 </context>
 <context>
+    <name>PasswordGate</name>
+    <message>
+        <source>Checking the password…</source>
+        <translation>Passwort wird geprüft …</translation>
+    </message>
+</context>
+<context>
     <name>PasswordStrength</name>
     <message>
         <source>Weak</source>
@@ -590,6 +651,29 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     <message>
         <source>Strong</source>
         <translation>Stark</translation>
+    </message>
+</context>
+<context>
+    <name>PreviewContent</name>
+    <message>
+        <source>This picture cannot be shown: it is damaged, or too large to decode.</source>
+        <translation>Dieses Bild kann nicht angezeigt werden: Es ist beschädigt oder zu groß.</translation>
+    </message>
+    <message>
+        <source>%1 × %2 pixels</source>
+        <translation>%1 × %2 Pixel</translation>
+    </message>
+    <message>
+        <source>The beginning of %1</source>
+        <translation>Der Anfang von %1</translation>
+    </message>
+    <message>
+        <source>This file is empty.</source>
+        <translation>Diese Datei ist leer.</translation>
+    </message>
+    <message>
+        <source>There is no preview for this kind of file.</source>
+        <translation>Für diese Art von Datei gibt es keine Vorschau.</translation>
     </message>
 </context>
 <context>
@@ -829,6 +913,36 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
 </context>
 <context>
+    <name>vantoro::ArchiveTreeModel</name>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Modified</source>
+        <translation>Geändert</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ChosenExtraction</name>
+    <message>
+        <source>Please select the destination</source>
+        <translation>Bitte wählen Sie das Ziel</translation>
+    </message>
+    <message>
+        <source>Extract</source>
+        <translation>Entpacken</translation>
+    </message>
+    <message>
+        <source>Extracting…</source>
+        <translation>Wird entpackt …</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::CompressWindow</name>
     <message>
         <source>Start</source>
@@ -873,6 +987,31 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     <message>
         <source>The two passwords differ.</source>
         <translation>Die beiden Passwörter stimmen nicht überein.</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ContentsPresenter</name>
+    <message>
+        <source>Opening “%1”…</source>
+        <translation>„%1“ wird geöffnet …</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln entries extracted</source>
+        <translation>
+            <numerusform>%Ln Eintrag entpackt</numerusform>
+            <numerusform>%Ln Einträge entpackt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1, and %Ln more failed</source>
+        <translation>
+            <numerusform>%1, und %Ln weiterer Fehler</numerusform>
+            <numerusform>%1, und %Ln weitere Fehler</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The list is incomplete: %1</source>
+        <translation>Die Liste ist unvollständig: %1</translation>
     </message>
 </context>
 <context>
@@ -1032,6 +1171,78 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
         <source>Select</source>
         <translation>Auswählen</translation>
     </message>
+    <message>
+        <source>Preview</source>
+        <translation>Vorschau</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <source>Filter by name</source>
+        <translation>Nach Namen filtern</translation>
+    </message>
+    <message>
+        <source>Open…</source>
+        <translation>Öffnen …</translation>
+    </message>
+    <message>
+        <source>Choose another archive</source>
+        <translation>Anderes Archiv auswählen</translation>
+    </message>
+    <message>
+        <source>Extract what is selected, or everything (Ctrl+E)</source>
+        <translation>Auswahl oder alles entpacken (Strg+E)</translation>
+    </message>
+    <message>
+        <source>Look at the selected file (Space)</source>
+        <translation>Ausgewählte Datei ansehen (Leertaste)</translation>
+    </message>
+    <message>
+        <source>Close the archive</source>
+        <translation>Archiv schließen</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Close Folder</source>
+        <translation>Ordner zuklappen</translation>
+    </message>
+    <message>
+        <source>Open Folder</source>
+        <translation>Ordner aufklappen</translation>
+    </message>
+    <message>
+        <source>Extract All</source>
+        <translation>Alles entpacken</translation>
+    </message>
+    <message>
+        <source>Contents of %1</source>
+        <translation>Inhalt von %1</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>Information</translation>
+    </message>
+    <message>
+        <source>DO NOT support quicklook this archive, please close &apos;Preview an archive&apos;s file list without extraction&apos; in Preferences Panel to extract directly</source>
+        <translation>Dieses Archiv kann nicht angezeigt werden. Schalten Sie in den Einstellungen „Vor dem Entpacken ansehen“ aus, um es direkt zu entpacken.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Wrong Password!</source>
+        <translation>Falsches Passwort!</translation>
+    </message>
+    <message>
+        <source>This archive is empty</source>
+        <translation>Dieses Archiv ist leer</translation>
+    </message>
 </context>
 <context>
     <name>vantoro::KXArchiveManageController</name>
@@ -1102,7 +1313,7 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
     <message>
         <source>Choose Folder…</source>
-        <translation>Ordner auswählen …</translation>
+        <translation>Ordner auswählen …</translation>
     </message>
     <message>
         <source>You may not write to the folder &quot;%1&quot;. Where should &quot;%2&quot; be extracted to?</source>
@@ -1133,7 +1344,7 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
     <message>
         <source>Choose an Archive…</source>
-        <translation>Archiv auswählen …</translation>
+        <translation>Archiv auswählen …</translation>
     </message>
     <message>
         <source>Information</source>
@@ -1160,7 +1371,7 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
     <message>
         <source>Add Files…</source>
-        <translation>Dateien hinzufügen …</translation>
+        <translation>Dateien hinzufügen …</translation>
     </message>
 </context>
 <context>
@@ -1232,11 +1443,11 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
     <message>
         <source>Compressing…</source>
-        <translation>Wird komprimiert …</translation>
+        <translation>Wird komprimiert …</translation>
     </message>
     <message>
         <source>Add…</source>
-        <translation>Hinzufügen …</translation>
+        <translation>Hinzufügen …</translation>
     </message>
     <message>
         <source>Clear</source>
@@ -1248,7 +1459,7 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
     <message>
         <source>Options…</source>
-        <translation>Optionen …</translation>
+        <translation>Optionen …</translation>
     </message>
     <message>
         <source>&amp;Format</source>
@@ -1366,6 +1577,29 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
 </context>
 <context>
+    <name>vantoro::PasswordPrompt</name>
+    <message>
+        <source>Caps Lock is on</source>
+        <translation>Die Feststelltaste ist aktiv</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Passwort</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>“%1” is encrypted. Which password opens it?</source>
+        <translation>„%1“ ist verschlüsselt. Mit welchem Passwort lässt es sich öffnen?</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::PopViewController</name>
     <message>
         <source>Vantoro</source>
@@ -1373,7 +1607,7 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
     <message>
         <source>Extract Archives…</source>
-        <translation>Archive entpacken …</translation>
+        <translation>Archive entpacken …</translation>
     </message>
     <message>
         <source>Open Main Window</source>
@@ -1419,6 +1653,52 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
 </context>
 <context>
+    <name>vantoro::PreviewWindow</name>
+    <message>
+        <source>Extract</source>
+        <translation>Entpacken</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>Vorschau</translation>
+    </message>
+    <message>
+        <source>Close Preview</source>
+        <translation>Vorschau schließen</translation>
+    </message>
+    <message>
+        <source>Extract This File</source>
+        <translation>Diese Datei entpacken</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation>Bild</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>Seiten</translation>
+    </message>
+    <message>
+        <source>This document is protected by a password of its own.</source>
+        <translation>Dieses Dokument ist durch ein eigenes Passwort geschützt.</translation>
+    </message>
+    <message>
+        <source>This document is damaged.</source>
+        <translation>Dieses Dokument ist beschädigt.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln pages</source>
+        <translation>
+            <numerusform>%Ln Seite</numerusform>
+            <numerusform>%Ln Seiten</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>vantoro::ProgressOverlay</name>
     <message>
         <source>Cancel</source>
@@ -1434,7 +1714,7 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
     <message>
         <source>Stopping…</source>
-        <translation>Wird gestoppt …</translation>
+        <translation>Wird gestoppt …</translation>
     </message>
 </context>
 <context>
@@ -1449,7 +1729,7 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
     <message>
         <source>Stopping…</source>
-        <translation>Wird gestoppt …</translation>
+        <translation>Wird gestoppt …</translation>
     </message>
 </context>
 <context>

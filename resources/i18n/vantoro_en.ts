@@ -2,6 +2,37 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US">
 <context>
+    <name>ArchiveTexts</name>
+    <message numerus="yes">
+        <source>%Ln entries</source>
+        <translation>
+            <numerusform>%Ln entry</numerusform>
+            <numerusform>%Ln entries</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln files</source>
+        <translation>
+            <numerusform>%Ln file</numerusform>
+            <numerusform>%Ln files</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln folders</source>
+        <translation>
+            <numerusform>%Ln folder</numerusform>
+            <numerusform>%Ln folders</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln volumes</source>
+        <translation>
+            <numerusform>%Ln volume</numerusform>
+            <numerusform>%Ln volumes</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>ExtractionSummary</name>
     <message numerus="yes">
         <source>%n archive(s) were extracted</source>
@@ -60,12 +91,39 @@
     </message>
 </context>
 <context>
+    <name>vantoro::ContentsPresenter</name>
+    <message numerus="yes">
+        <source>%Ln entries extracted</source>
+        <translation>
+            <numerusform>%Ln entry extracted</numerusform>
+            <numerusform>%Ln entries extracted</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1, and %Ln more failed</source>
+        <translation>
+            <numerusform>%1, and %Ln more failed</numerusform>
+            <numerusform>%1, and %Ln more failed</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>vantoro::KXPackViewController</name>
     <message numerus="yes">
         <source>%n item(s)</source>
         <translation>
             <numerusform>%n item</numerusform>
             <numerusform>%n items</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PreviewWindow</name>
+    <message numerus="yes">
+        <source>%Ln pages</source>
+        <translation>
+            <numerusform>%Ln page</numerusform>
+            <numerusform>%Ln pages</numerusform>
         </translation>
     </message>
 </context>
@@ -76,26 +134,6 @@
         <translation>
             <numerusform>%n archive</numerusform>
             <numerusform>%n archives</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
-    <name>FilePreview</name>
-    <message numerus="yes">
-        <source>%n item(s)</source>
-        <translation>
-            <numerusform>%n item</numerusform>
-            <numerusform>%n items</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
-    <name>vantoro::KXPackViewController</name>
-    <message numerus="yes">
-        <source>%n item(s)</source>
-        <translation>
-            <numerusform>%n item</numerusform>
-            <numerusform>%n items</numerusform>
         </translation>
     </message>
 </context>

@@ -84,6 +84,53 @@
     </message>
 </context>
 <context>
+    <name>ArchiveTexts</name>
+    <message>
+        <source>encrypted, names too</source>
+        <translation>cifrado, nombres incluidos</translation>
+    </message>
+    <message>
+        <source>encrypted</source>
+        <translation>cifrado</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln entries</source>
+        <translation>
+            <numerusform>%Ln elemento</numerusform>
+            <numerusform>%Ln elementos</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln files</source>
+        <translation>
+            <numerusform>%Ln archivo</numerusform>
+            <numerusform>%Ln archivos</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln folders</source>
+        <translation>
+            <numerusform>%Ln carpeta</numerusform>
+            <numerusform>%Ln carpetas</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1, %2 packed</source>
+        <translation>%1, %2 comprimidos</translation>
+    </message>
+    <message>
+        <source>names in %1</source>
+        <translation>nombres en %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln volumes</source>
+        <translation>
+            <numerusform>%Ln volumen</numerusform>
+            <numerusform>%Ln volúmenes</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>Charset</name>
     <message>
         <source>Unicode (UTF-8)</source>
@@ -340,6 +387,13 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     </message>
 </context>
 <context>
+    <name>EntryPreviewer</name>
+    <message>
+        <source>Reading “%1”…</source>
+        <translation>Leyendo «%1»…</translation>
+    </message>
+</context>
+<context>
     <name>ExtractionSummary</name>
     <message>
         <source>&quot;%1&quot; was extracted</source>
@@ -574,6 +628,13 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     </message>
 </context>
 <context>
+    <name>PasswordGate</name>
+    <message>
+        <source>Checking the password…</source>
+        <translation>Comprobando la contraseña…</translation>
+    </message>
+</context>
+<context>
     <name>PasswordStrength</name>
     <message>
         <source>Weak</source>
@@ -590,6 +651,29 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     <message>
         <source>Strong</source>
         <translation>Fuerte</translation>
+    </message>
+</context>
+<context>
+    <name>PreviewContent</name>
+    <message>
+        <source>This picture cannot be shown: it is damaged, or too large to decode.</source>
+        <translation>No se puede mostrar esta imagen: está dañada o es demasiado grande.</translation>
+    </message>
+    <message>
+        <source>%1 × %2 pixels</source>
+        <translation>%1 × %2 píxeles</translation>
+    </message>
+    <message>
+        <source>The beginning of %1</source>
+        <translation>El principio de %1</translation>
+    </message>
+    <message>
+        <source>This file is empty.</source>
+        <translation>Este archivo está vacío.</translation>
+    </message>
+    <message>
+        <source>There is no preview for this kind of file.</source>
+        <translation>No hay vista previa para este tipo de archivo.</translation>
     </message>
 </context>
 <context>
@@ -829,6 +913,36 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     </message>
 </context>
 <context>
+    <name>vantoro::ArchiveTreeModel</name>
+    <message>
+        <source>Name</source>
+        <translation>Nombre</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Tamaño</translation>
+    </message>
+    <message>
+        <source>Modified</source>
+        <translation>Modificado</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ChosenExtraction</name>
+    <message>
+        <source>Please select the destination</source>
+        <translation>Seleccione el destino</translation>
+    </message>
+    <message>
+        <source>Extract</source>
+        <translation>Extraer</translation>
+    </message>
+    <message>
+        <source>Extracting…</source>
+        <translation>Extrayendo…</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::CompressWindow</name>
     <message>
         <source>Start</source>
@@ -873,6 +987,31 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     <message>
         <source>The two passwords differ.</source>
         <translation>Las dos contraseñas no coinciden.</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ContentsPresenter</name>
+    <message>
+        <source>Opening “%1”…</source>
+        <translation>Abriendo «%1»…</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln entries extracted</source>
+        <translation>
+            <numerusform>%Ln elemento extraído</numerusform>
+            <numerusform>%Ln elementos extraídos</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1, and %Ln more failed</source>
+        <translation>
+            <numerusform>%1, y %Ln error más</numerusform>
+            <numerusform>%1, y %Ln errores más</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The list is incomplete: %1</source>
+        <translation>La lista está incompleta: %1</translation>
     </message>
 </context>
 <context>
@@ -1031,6 +1170,78 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     <message>
         <source>Select</source>
         <translation>Seleccionar</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>Vista previa</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Vaciar</translation>
+    </message>
+    <message>
+        <source>Filter by name</source>
+        <translation>Filtrar por nombre</translation>
+    </message>
+    <message>
+        <source>Open…</source>
+        <translation>Abrir…</translation>
+    </message>
+    <message>
+        <source>Choose another archive</source>
+        <translation>Elegir otro archivo</translation>
+    </message>
+    <message>
+        <source>Extract what is selected, or everything (Ctrl+E)</source>
+        <translation>Extraer lo seleccionado o todo (Ctrl+E)</translation>
+    </message>
+    <message>
+        <source>Look at the selected file (Space)</source>
+        <translation>Ver el archivo seleccionado (Espacio)</translation>
+    </message>
+    <message>
+        <source>Close the archive</source>
+        <translation>Cerrar el archivo</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Ajustes</translation>
+    </message>
+    <message>
+        <source>Close Folder</source>
+        <translation>Cerrar carpeta</translation>
+    </message>
+    <message>
+        <source>Open Folder</source>
+        <translation>Abrir carpeta</translation>
+    </message>
+    <message>
+        <source>Extract All</source>
+        <translation>Extraer todo</translation>
+    </message>
+    <message>
+        <source>Contents of %1</source>
+        <translation>Contenido de %1</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>Información</translation>
+    </message>
+    <message>
+        <source>DO NOT support quicklook this archive, please close &apos;Preview an archive&apos;s file list without extraction&apos; in Preferences Panel to extract directly</source>
+        <translation>No se puede mostrar el contenido de este archivo. Desactive «Ver el contenido antes de extraer» en los ajustes para extraerlo directamente.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
+    </message>
+    <message>
+        <source>Wrong Password!</source>
+        <translation>¡Contraseña incorrecta!</translation>
+    </message>
+    <message>
+        <source>This archive is empty</source>
+        <translation>Este archivo está vacío</translation>
     </message>
 </context>
 <context>
@@ -1366,6 +1577,29 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     </message>
 </context>
 <context>
+    <name>vantoro::PasswordPrompt</name>
+    <message>
+        <source>Caps Lock is on</source>
+        <translation>Bloq Mayús está activado</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Contraseña</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>“%1” is encrypted. Which password opens it?</source>
+        <translation>«%1» está cifrado. ¿Con qué contraseña se abre?</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::PopViewController</name>
     <message>
         <source>Vantoro</source>
@@ -1416,6 +1650,52 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     <message>
         <source>Nothing to show</source>
         <translation>Nada que mostrar</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PreviewWindow</name>
+    <message>
+        <source>Extract</source>
+        <translation>Extraer</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>Vista previa</translation>
+    </message>
+    <message>
+        <source>Close Preview</source>
+        <translation>Cerrar la vista previa</translation>
+    </message>
+    <message>
+        <source>Extract This File</source>
+        <translation>Extraer este archivo</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation>Imagen</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>Texto</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>Páginas</translation>
+    </message>
+    <message>
+        <source>This document is protected by a password of its own.</source>
+        <translation>Este documento está protegido con su propia contraseña.</translation>
+    </message>
+    <message>
+        <source>This document is damaged.</source>
+        <translation>Este documento está dañado.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln pages</source>
+        <translation>
+            <numerusform>%Ln página</numerusform>
+            <numerusform>%Ln páginas</numerusform>
+        </translation>
     </message>
 </context>
 <context>

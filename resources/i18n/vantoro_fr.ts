@@ -76,11 +76,58 @@
     </message>
     <message>
         <source>%1 needs to access this path to continue. Click Allow to continue.</source>
-        <translation>%1 a besoin d’accéder à cet emplacement pour continuer. Cliquez sur « Autoriser ».</translation>
+        <translation>%1 a besoin d’accéder à cet emplacement pour continuer. Cliquez sur « Autoriser ».</translation>
     </message>
     <message>
         <source>Allow</source>
         <translation>Autoriser</translation>
+    </message>
+</context>
+<context>
+    <name>ArchiveTexts</name>
+    <message>
+        <source>encrypted, names too</source>
+        <translation>chiffrée, noms compris</translation>
+    </message>
+    <message>
+        <source>encrypted</source>
+        <translation>chiffré</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln entries</source>
+        <translation>
+            <numerusform>%Ln élément</numerusform>
+            <numerusform>%Ln éléments</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln files</source>
+        <translation>
+            <numerusform>%Ln fichier</numerusform>
+            <numerusform>%Ln fichiers</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln folders</source>
+        <translation>
+            <numerusform>%Ln dossier</numerusform>
+            <numerusform>%Ln dossiers</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1, %2 packed</source>
+        <translation>%1, %2 compressés</translation>
+    </message>
+    <message>
+        <source>names in %1</source>
+        <translation>noms en %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln volumes</source>
+        <translation>
+            <numerusform>%Ln volume</numerusform>
+            <numerusform>%Ln volumes</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -286,15 +333,15 @@
     <name>CommandLine</name>
     <message>
         <source>there is no option &quot;%1&quot;</source>
-        <translation>l’option « %1 » n’existe pas</translation>
+        <translation>l’option « %1 » n’existe pas</translation>
     </message>
     <message>
         <source>&quot;--extract-to&quot; needs a folder</source>
-        <translation>« --extract-to » demande un dossier</translation>
+        <translation>« --extract-to » demande un dossier</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is not a file here</source>
-        <translation>« %1 » n’est pas un fichier local</translation>
+        <translation>« %1 » n’est pas un fichier local</translation>
     </message>
     <message>
         <source>no archive is given</source>
@@ -319,9 +366,9 @@ Without an archive the main window is shown.
 
 Files may be paths or file:// URIs. vantoro-cli works without a display.
 </source>
-        <translation>Utilisation : vantoro [OPTION] [FICHIER...]
+        <translation>Utilisation : vantoro [OPTION] [FICHIER...]
 
-Ouvre des archives : les extrait, ou les affiche selon les réglages.
+Ouvre des archives : les extrait, ou les affiche selon les réglages.
 Sans archive, la fenêtre principale s’affiche.
 
   --extract-here         extraire chaque archive à côté d’elle
@@ -340,10 +387,17 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
 </context>
 <context>
+    <name>EntryPreviewer</name>
+    <message>
+        <source>Reading “%1”…</source>
+        <translation>Lecture de « %1 »…</translation>
+    </message>
+</context>
+<context>
     <name>ExtractionSummary</name>
     <message>
         <source>&quot;%1&quot; was extracted</source>
-        <translation>« %1 » a été extrait</translation>
+        <translation>« %1 » a été extrait</translation>
     </message>
     <message numerus="yes">
         <source>%n archive(s) were extracted</source>
@@ -354,7 +408,7 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
     <message>
         <source>&quot;%1&quot; could not be extracted</source>
-        <translation>« %1 » n’a pas pu être extrait</translation>
+        <translation>« %1 » n’a pas pu être extrait</translation>
     </message>
     <message>
         <source>%1 of %2 archives could not be extracted</source>
@@ -369,7 +423,7 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
     <message>
         <source>&quot;%1&quot; in %2</source>
-        <translation>« %1 » dans %2</translation>
+        <translation>« %1 » dans %2</translation>
     </message>
     <message numerus="yes">
         <source>%n entry(s) were damaged or refused</source>
@@ -468,7 +522,7 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     <name>KXUnarchiveWrapper</name>
     <message>
         <source>“%1” is too large to be shown: it has %2, and at most %3 are read for a preview.</source>
-        <translation>« %1 » est trop volumineux pour être affiché : il fait %2, et un aperçu en lit au plus %3.</translation>
+        <translation>« %1 » est trop volumineux pour être affiché : il fait %2, et un aperçu en lit au plus %3.</translation>
     </message>
     <message>
         <source>more than that</source>
@@ -476,11 +530,11 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
     <message>
         <source>“%1” is encrypted, and the password does not fit.</source>
-        <translation>« %1 » est chiffré et le mot de passe ne convient pas.</translation>
+        <translation>« %1 » est chiffré et le mot de passe ne convient pas.</translation>
     </message>
     <message>
         <source>“%1” cannot be read: %2.</source>
-        <translation>« %1 » ne peut pas être lu : %2.</translation>
+        <translation>« %1 » ne peut pas être lu : %2.</translation>
     </message>
 </context>
 <context>
@@ -574,6 +628,13 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
 </context>
 <context>
+    <name>PasswordGate</name>
+    <message>
+        <source>Checking the password…</source>
+        <translation>Vérification du mot de passe…</translation>
+    </message>
+</context>
+<context>
     <name>PasswordStrength</name>
     <message>
         <source>Weak</source>
@@ -590,6 +651,29 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     <message>
         <source>Strong</source>
         <translation>Fort</translation>
+    </message>
+</context>
+<context>
+    <name>PreviewContent</name>
+    <message>
+        <source>This picture cannot be shown: it is damaged, or too large to decode.</source>
+        <translation>Cette image ne peut pas être affichée : elle est endommagée ou trop grande.</translation>
+    </message>
+    <message>
+        <source>%1 × %2 pixels</source>
+        <translation>%1 × %2 pixels</translation>
+    </message>
+    <message>
+        <source>The beginning of %1</source>
+        <translation>Le début de %1</translation>
+    </message>
+    <message>
+        <source>This file is empty.</source>
+        <translation>Ce fichier est vide.</translation>
+    </message>
+    <message>
+        <source>There is no preview for this kind of file.</source>
+        <translation>Il n’y a pas d’aperçu pour ce type de fichier.</translation>
     </message>
 </context>
 <context>
@@ -829,6 +913,36 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
 </context>
 <context>
+    <name>vantoro::ArchiveTreeModel</name>
+    <message>
+        <source>Name</source>
+        <translation>Nom</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Taille</translation>
+    </message>
+    <message>
+        <source>Modified</source>
+        <translation>Modifié</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ChosenExtraction</name>
+    <message>
+        <source>Please select the destination</source>
+        <translation>Choisissez la destination</translation>
+    </message>
+    <message>
+        <source>Extract</source>
+        <translation>Extraire</translation>
+    </message>
+    <message>
+        <source>Extracting…</source>
+        <translation>Extraction…</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::CompressWindow</name>
     <message>
         <source>Start</source>
@@ -860,19 +974,44 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
     <message>
         <source>Format:</source>
-        <translation>Format :</translation>
+        <translation>Format :</translation>
     </message>
     <message>
         <source>Password:</source>
-        <translation>Mot de passe :</translation>
+        <translation>Mot de passe :</translation>
     </message>
     <message>
         <source>Repeat:</source>
-        <translation>Confirmer :</translation>
+        <translation>Confirmer :</translation>
     </message>
     <message>
         <source>The two passwords differ.</source>
         <translation>Les deux mots de passe sont différents.</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ContentsPresenter</name>
+    <message>
+        <source>Opening “%1”…</source>
+        <translation>Ouverture de « %1 »…</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln entries extracted</source>
+        <translation>
+            <numerusform>%Ln élément extrait</numerusform>
+            <numerusform>%Ln éléments extraits</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1, and %Ln more failed</source>
+        <translation>
+            <numerusform>%1, et %Ln autre échec</numerusform>
+            <numerusform>%1, et %Ln autres échecs</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The list is incomplete: %1</source>
+        <translation>La liste est incomplète : %1</translation>
     </message>
 </context>
 <context>
@@ -887,11 +1026,11 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
     <message>
         <source>The file names in &quot;%1&quot; do not say how they are written. Choose the encoding in which this name reads right:</source>
-        <translation>Les noms de fichiers de « %1 » n’indiquent pas leur encodage. Choisissez celui dans lequel ce nom se lit correctement :</translation>
+        <translation>Les noms de fichiers de « %1 » n’indiquent pas leur encodage. Choisissez celui dans lequel ce nom se lit correctement :</translation>
     </message>
     <message>
         <source>This name would read: %1</source>
-        <translation>Ce nom se lirait : %1</translation>
+        <translation>Ce nom se lirait : %1</translation>
     </message>
 </context>
 <context>
@@ -924,7 +1063,7 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
     <message>
         <source>Drop archives on the window, or open them in the file manager. They come out one after another; whatever must be asked is asked in the archive&apos;s own row.</source>
-        <translation>Déposez des archives sur la fenêtre ou ouvrez-les dans le gestionnaire de fichiers. Elles sont extraites l’une après l’autre ; les questions apparaissent dans la ligne de l’archive.</translation>
+        <translation>Déposez des archives sur la fenêtre ou ouvrez-les dans le gestionnaire de fichiers. Elles sont extraites l’une après l’autre ; les questions apparaissent dans la ligne de l’archive.</translation>
     </message>
     <message>
         <source>Look inside</source>
@@ -932,7 +1071,7 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
     <message>
         <source>With &quot;Look inside before extracting&quot; in the settings, an opened archive shows what it holds. Press Space to preview an entry, and extract all of it or only what you choose.</source>
-        <translation>Avec « Voir le contenu avant d’extraire » dans les réglages, une archive ouverte montre ce qu’elle contient. Appuyez sur Espace pour un aperçu, puis extrayez tout ou seulement votre choix.</translation>
+        <translation>Avec « Voir le contenu avant d’extraire » dans les réglages, une archive ouverte montre ce qu’elle contient. Appuyez sur Espace pour un aperçu, puis extrayez tout ou seulement votre choix.</translation>
     </message>
     <message>
         <source>Compress</source>
@@ -1032,6 +1171,78 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
         <source>Select</source>
         <translation>Choisir</translation>
     </message>
+    <message>
+        <source>Preview</source>
+        <translation>Aperçu</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Vider</translation>
+    </message>
+    <message>
+        <source>Filter by name</source>
+        <translation>Filtrer par nom</translation>
+    </message>
+    <message>
+        <source>Open…</source>
+        <translation>Ouvrir…</translation>
+    </message>
+    <message>
+        <source>Choose another archive</source>
+        <translation>Choisir une autre archive</translation>
+    </message>
+    <message>
+        <source>Extract what is selected, or everything (Ctrl+E)</source>
+        <translation>Extraire la sélection, ou tout (Ctrl+E)</translation>
+    </message>
+    <message>
+        <source>Look at the selected file (Space)</source>
+        <translation>Aperçu du fichier sélectionné (Espace)</translation>
+    </message>
+    <message>
+        <source>Close the archive</source>
+        <translation>Fermer l’archive</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Réglages</translation>
+    </message>
+    <message>
+        <source>Close Folder</source>
+        <translation>Replier le dossier</translation>
+    </message>
+    <message>
+        <source>Open Folder</source>
+        <translation>Déplier le dossier</translation>
+    </message>
+    <message>
+        <source>Extract All</source>
+        <translation>Tout extraire</translation>
+    </message>
+    <message>
+        <source>Contents of %1</source>
+        <translation>Contenu de %1</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>Information</translation>
+    </message>
+    <message>
+        <source>DO NOT support quicklook this archive, please close &apos;Preview an archive&apos;s file list without extraction&apos; in Preferences Panel to extract directly</source>
+        <translation>Cette archive ne peut pas être affichée. Désactivez « Voir le contenu avant d’extraire » dans les réglages pour l’extraire directement.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Wrong Password!</source>
+        <translation>Mot de passe incorrect !</translation>
+    </message>
+    <message>
+        <source>This archive is empty</source>
+        <translation>Cette archive est vide</translation>
+    </message>
 </context>
 <context>
     <name>vantoro::KXArchiveManageController</name>
@@ -1041,15 +1252,15 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
     <message>
         <source>ERROR happened while reading the contents of the file &quot;%1&quot;: %2</source>
-        <translation>Une erreur s’est produite lors de la lecture du contenu du fichier « %1 » : %2</translation>
+        <translation>Une erreur s’est produite lors de la lecture du contenu du fichier « %1 » : %2</translation>
     </message>
     <message>
         <source>ERROR happened while extracting the contents of the file &quot;%1&quot;: %2</source>
-        <translation>Une erreur s’est produite lors de l’extraction du contenu du fichier « %1 » : %2</translation>
+        <translation>Une erreur s’est produite lors de l’extraction du contenu du fichier « %1 » : %2</translation>
     </message>
     <message>
         <source>the result could not be moved into the folder &quot;%1&quot;</source>
-        <translation>le résultat n’a pas pu être déplacé dans le dossier « %1 »</translation>
+        <translation>le résultat n’a pas pu être déplacé dans le dossier « %1 »</translation>
     </message>
     <message>
         <source>The archive could not be moved to the Trash.</source>
@@ -1058,28 +1269,28 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     <message>
         <source>DO NOT extract the files &quot;%1&quot; from the archive &quot;%2&quot;:
 %3</source>
-        <translation>Les fichiers « %1 » n’ont pas pu être extraits de l’archive « %2 » :
+        <translation>Les fichiers « %1 » n’ont pas pu être extraits de l’archive « %2 » :
 %3</translation>
     </message>
     <message>
         <source>DO NOT extract the files &quot;%1&quot; from archive &quot;%2&quot;: %3</source>
-        <translation>Les fichiers « %1 » n’ont pas pu être extraits de l’archive « %2 » : %3</translation>
+        <translation>Les fichiers « %1 » n’ont pas pu être extraits de l’archive « %2 » : %3</translation>
     </message>
     <message>
         <source>The archive &quot;%1&quot; of %2 would unpack to %3. Archives that are made to fill a disk look like this.</source>
-        <translation>L’archive « %1 » de %2 occuperait %3 une fois extraite. C’est à cela que ressemblent les archives faites pour remplir un disque.</translation>
+        <translation>L’archive « %1 » de %2 occuperait %3 une fois extraite. C’est à cela que ressemblent les archives faites pour remplir un disque.</translation>
     </message>
     <message>
         <source>The contents of the archive &quot;%1&quot; need %2, but only %3 are free in the destination.</source>
-        <translation>Le contenu de l’archive « %1 » demande %2, mais la destination n’a que %3 de libre.</translation>
+        <translation>Le contenu de l’archive « %1 » demande %2, mais la destination n’a que %3 de libre.</translation>
     </message>
     <message>
         <source>The archive &quot;%1&quot; of %2 holds %3 entries.</source>
-        <translation>L’archive « %1 » de %2 contient %3 éléments.</translation>
+        <translation>L’archive « %1 » de %2 contient %3 éléments.</translation>
     </message>
     <message>
         <source>The archive &quot;%1&quot; could not be read to its end: %2</source>
-        <translation>L’archive « %1 » n’a pas pu être lue jusqu’à la fin : %2</translation>
+        <translation>L’archive « %1 » n’a pas pu être lue jusqu’à la fin : %2</translation>
     </message>
 </context>
 <context>
@@ -1090,7 +1301,7 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
     <message>
         <source>Preparing to extract &quot;%1&quot;</source>
-        <translation>Préparation de l’extraction de « %1 »</translation>
+        <translation>Préparation de l’extraction de « %1 »</translation>
     </message>
     <message>
         <source>Stop</source>
@@ -1106,7 +1317,7 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
     <message>
         <source>You may not write to the folder &quot;%1&quot;. Where should &quot;%2&quot; be extracted to?</source>
-        <translation>Vous ne pouvez pas écrire dans le dossier « %1 ». Où faut-il extraire « %2 » ?</translation>
+        <translation>Vous ne pouvez pas écrire dans le dossier « %1 ». Où faut-il extraire « %2 » ?</translation>
     </message>
     <message>
         <source>Continue</source>
@@ -1118,7 +1329,7 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
     <message>
         <source>Extracting &quot;%1&quot;</source>
-        <translation>Extraction de « %1 »</translation>
+        <translation>Extraction de « %1 »</translation>
     </message>
 </context>
 <context>
@@ -1228,7 +1439,7 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
     <message>
         <source>Please drag files and folers here!</source>
-        <translation>Faites glisser ici des fichiers et des dossiers !</translation>
+        <translation>Faites glisser ici des fichiers et des dossiers !</translation>
     </message>
     <message>
         <source>Compressing…</source>
@@ -1293,7 +1504,7 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     <name>vantoro::MainWindows</name>
     <message>
         <source>Stop compressing and quit?</source>
-        <translation>Arrêter la compression et quitter ?</translation>
+        <translation>Arrêter la compression et quitter ?</translation>
     </message>
     <message>
         <source>An archive is being written. It will not be kept.</source>
@@ -1338,7 +1549,7 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     <name>vantoro::PasswordPanel</name>
     <message>
         <source>Password &amp;encoding:</source>
-        <translation>&amp;Encodage du mot de passe :</translation>
+        <translation>&amp;Encodage du mot de passe :</translation>
     </message>
     <message>
         <source>Password encoding</source>
@@ -1354,7 +1565,7 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
     <message>
         <source>Enter a PASSWORD to open the archive &quot;%1&quot;.</source>
-        <translation>Saisissez le mot de passe pour ouvrir l’archive « %1 ».</translation>
+        <translation>Saisissez le mot de passe pour ouvrir l’archive « %1 ».</translation>
     </message>
     <message>
         <source>That password is not right. Please try again.</source>
@@ -1363,6 +1574,29 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     <message>
         <source>Caps Lock is on.</source>
         <translation>Le verrouillage des majuscules est activé.</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PasswordPrompt</name>
+    <message>
+        <source>Caps Lock is on</source>
+        <translation>Verrouillage des majuscules activé</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Mot de passe</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>“%1” is encrypted. Which password opens it?</source>
+        <translation>« %1 » est chiffré. Quel est son mot de passe ?</translation>
     </message>
 </context>
 <context>
@@ -1416,6 +1650,52 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     <message>
         <source>Nothing to show</source>
         <translation>Rien à afficher</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PreviewWindow</name>
+    <message>
+        <source>Extract</source>
+        <translation>Extraire</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>Aperçu</translation>
+    </message>
+    <message>
+        <source>Close Preview</source>
+        <translation>Fermer l’aperçu</translation>
+    </message>
+    <message>
+        <source>Extract This File</source>
+        <translation>Extraire ce fichier</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation>Image</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>Texte</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>Pages</translation>
+    </message>
+    <message>
+        <source>This document is protected by a password of its own.</source>
+        <translation>Ce document est protégé par son propre mot de passe.</translation>
+    </message>
+    <message>
+        <source>This document is damaged.</source>
+        <translation>Ce document est endommagé.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln pages</source>
+        <translation>
+            <numerusform>%Ln page</numerusform>
+            <numerusform>%Ln pages</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -1526,7 +1806,7 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
     <message>
         <source>It is not needed when the archive holds a single item. Never: everything lies loose in the destination.</source>
-        <translation>Inutile quand l’archive ne contient qu’un élément. Jamais : tout se retrouve en vrac dans la destination.</translation>
+        <translation>Inutile quand l’archive ne contient qu’un élément. Jamais : tout se retrouve en vrac dans la destination.</translation>
     </message>
     <message>
         <source>&amp;Open what was extracted</source>
@@ -1578,7 +1858,7 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
     <message>
         <source>Where &quot;Extract to the Desktop&quot; puts things.</source>
-        <translation>Là où « Extraire sur le bureau » place les fichiers.</translation>
+        <translation>Là où « Extraire sur le bureau » place les fichiers.</translation>
     </message>
     <message>
         <source> %</source>
@@ -1664,7 +1944,7 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
     <message>
         <source>File &amp;names:</source>
-        <translation>&amp;Noms de fichiers :</translation>
+        <translation>&amp;Noms de fichiers :</translation>
     </message>
     <message>
         <source>Encoding of file names</source>

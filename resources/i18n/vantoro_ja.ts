@@ -84,6 +84,49 @@
     </message>
 </context>
 <context>
+    <name>ArchiveTexts</name>
+    <message>
+        <source>encrypted, names too</source>
+        <translation>暗号化 (名前も)</translation>
+    </message>
+    <message>
+        <source>encrypted</source>
+        <translation>暗号化</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln entries</source>
+        <translation>
+            <numerusform>%Ln 項目</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln files</source>
+        <translation>
+            <numerusform>%Ln ファイル</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln folders</source>
+        <translation>
+            <numerusform>%Ln フォルダー</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1, %2 packed</source>
+        <translation>%1、圧縮時 %2</translation>
+    </message>
+    <message>
+        <source>names in %1</source>
+        <translation>名前の文字コード: %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln volumes</source>
+        <translation>
+            <numerusform>%Ln 分割</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>Charset</name>
     <message>
         <source>Unicode (UTF-8)</source>
@@ -340,6 +383,13 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
 </context>
 <context>
+    <name>EntryPreviewer</name>
+    <message>
+        <source>Reading “%1”…</source>
+        <translation>「%1」を読み込み中…</translation>
+    </message>
+</context>
+<context>
     <name>ExtractionSummary</name>
     <message>
         <source>&quot;%1&quot; was extracted</source>
@@ -570,6 +620,13 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
 </context>
 <context>
+    <name>PasswordGate</name>
+    <message>
+        <source>Checking the password…</source>
+        <translation>パスワードを確認中…</translation>
+    </message>
+</context>
+<context>
     <name>PasswordStrength</name>
     <message>
         <source>Weak</source>
@@ -586,6 +643,29 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     <message>
         <source>Strong</source>
         <translation>強い</translation>
+    </message>
+</context>
+<context>
+    <name>PreviewContent</name>
+    <message>
+        <source>This picture cannot be shown: it is damaged, or too large to decode.</source>
+        <translation>この画像は表示できません。破損しているか、大きすぎます。</translation>
+    </message>
+    <message>
+        <source>%1 × %2 pixels</source>
+        <translation>%1 × %2 ピクセル</translation>
+    </message>
+    <message>
+        <source>The beginning of %1</source>
+        <translation>%1 の先頭部分</translation>
+    </message>
+    <message>
+        <source>This file is empty.</source>
+        <translation>このファイルは空です。</translation>
+    </message>
+    <message>
+        <source>There is no preview for this kind of file.</source>
+        <translation>この種類のファイルはプレビューできません。</translation>
     </message>
 </context>
 <context>
@@ -822,6 +902,36 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
 </context>
 <context>
+    <name>vantoro::ArchiveTreeModel</name>
+    <message>
+        <source>Name</source>
+        <translation>名前</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>サイズ</translation>
+    </message>
+    <message>
+        <source>Modified</source>
+        <translation>更新日時</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ChosenExtraction</name>
+    <message>
+        <source>Please select the destination</source>
+        <translation>保存先を選択してください</translation>
+    </message>
+    <message>
+        <source>Extract</source>
+        <translation>展開</translation>
+    </message>
+    <message>
+        <source>Extracting…</source>
+        <translation>展開中…</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::CompressWindow</name>
     <message>
         <source>Start</source>
@@ -866,6 +976,29 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     <message>
         <source>The two passwords differ.</source>
         <translation>2 つのパスワードが一致しません。</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ContentsPresenter</name>
+    <message>
+        <source>Opening “%1”…</source>
+        <translation>「%1」を開いています…</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln entries extracted</source>
+        <translation>
+            <numerusform>%Ln 項目を展開しました</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1, and %Ln more failed</source>
+        <translation>
+            <numerusform>%1、ほか %Ln 件の失敗</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The list is incomplete: %1</source>
+        <translation>一覧は不完全です: %1</translation>
     </message>
 </context>
 <context>
@@ -1024,6 +1157,78 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     <message>
         <source>Select</source>
         <translation>選択</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>プレビュー</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>消去</translation>
+    </message>
+    <message>
+        <source>Filter by name</source>
+        <translation>名前で絞り込む</translation>
+    </message>
+    <message>
+        <source>Open…</source>
+        <translation>開く…</translation>
+    </message>
+    <message>
+        <source>Choose another archive</source>
+        <translation>別のアーカイブを選択</translation>
+    </message>
+    <message>
+        <source>Extract what is selected, or everything (Ctrl+E)</source>
+        <translation>選択したもの、またはすべてを展開 (Ctrl+E)</translation>
+    </message>
+    <message>
+        <source>Look at the selected file (Space)</source>
+        <translation>選択したファイルを見る (スペース)</translation>
+    </message>
+    <message>
+        <source>Close the archive</source>
+        <translation>アーカイブを閉じる</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>設定</translation>
+    </message>
+    <message>
+        <source>Close Folder</source>
+        <translation>フォルダーを閉じる</translation>
+    </message>
+    <message>
+        <source>Open Folder</source>
+        <translation>フォルダーを開く</translation>
+    </message>
+    <message>
+        <source>Extract All</source>
+        <translation>すべて展開</translation>
+    </message>
+    <message>
+        <source>Contents of %1</source>
+        <translation>%1 の内容</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>情報</translation>
+    </message>
+    <message>
+        <source>DO NOT support quicklook this archive, please close &apos;Preview an archive&apos;s file list without extraction&apos; in Preferences Panel to extract directly</source>
+        <translation>このアーカイブの中身は表示できません。直接展開するには、設定で「展開する前に中身を見る」をオフにしてください。</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Wrong Password!</source>
+        <translation>パスワードが違います!</translation>
+    </message>
+    <message>
+        <source>This archive is empty</source>
+        <translation>このアーカイブは空です</translation>
     </message>
 </context>
 <context>
@@ -1358,6 +1563,29 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
 </context>
 <context>
+    <name>vantoro::PasswordPrompt</name>
+    <message>
+        <source>Caps Lock is on</source>
+        <translation>Caps Lock がオンです</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>パスワード</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>“%1” is encrypted. Which password opens it?</source>
+        <translation>「%1」は暗号化されています。開くためのパスワードを入力してください。</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::PopViewController</name>
     <message>
         <source>Vantoro</source>
@@ -1408,6 +1636,51 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     <message>
         <source>Nothing to show</source>
         <translation>表示するものがありません</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PreviewWindow</name>
+    <message>
+        <source>Extract</source>
+        <translation>展開</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>プレビュー</translation>
+    </message>
+    <message>
+        <source>Close Preview</source>
+        <translation>プレビューを閉じる</translation>
+    </message>
+    <message>
+        <source>Extract This File</source>
+        <translation>このファイルを展開</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation>画像</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>テキスト</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>ページ</translation>
+    </message>
+    <message>
+        <source>This document is protected by a password of its own.</source>
+        <translation>この文書には別のパスワードが設定されています。</translation>
+    </message>
+    <message>
+        <source>This document is damaged.</source>
+        <translation>この文書は破損しています。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln pages</source>
+        <translation>
+            <numerusform>%Ln ページ</numerusform>
+        </translation>
     </message>
 </context>
 <context>

@@ -84,6 +84,49 @@
     </message>
 </context>
 <context>
+    <name>ArchiveTexts</name>
+    <message>
+        <source>encrypted, names too</source>
+        <translation>已加密（含文件名）</translation>
+    </message>
+    <message>
+        <source>encrypted</source>
+        <translation>已加密</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln entries</source>
+        <translation>
+            <numerusform>%Ln 个项目</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln files</source>
+        <translation>
+            <numerusform>%Ln 个文件</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln folders</source>
+        <translation>
+            <numerusform>%Ln 个文件夹</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1, %2 packed</source>
+        <translation>%1，压缩后 %2</translation>
+    </message>
+    <message>
+        <source>names in %1</source>
+        <translation>文件名编码：%1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln volumes</source>
+        <translation>
+            <numerusform>%Ln 个分卷</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>Charset</name>
     <message>
         <source>Unicode (UTF-8)</source>
@@ -340,6 +383,13 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
 </context>
 <context>
+    <name>EntryPreviewer</name>
+    <message>
+        <source>Reading “%1”…</source>
+        <translation>正在读取“%1”…</translation>
+    </message>
+</context>
+<context>
     <name>ExtractionSummary</name>
     <message>
         <source>&quot;%1&quot; was extracted</source>
@@ -570,6 +620,13 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
 </context>
 <context>
+    <name>PasswordGate</name>
+    <message>
+        <source>Checking the password…</source>
+        <translation>正在验证密码…</translation>
+    </message>
+</context>
+<context>
     <name>PasswordStrength</name>
     <message>
         <source>Weak</source>
@@ -586,6 +643,29 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     <message>
         <source>Strong</source>
         <translation>强</translation>
+    </message>
+</context>
+<context>
+    <name>PreviewContent</name>
+    <message>
+        <source>This picture cannot be shown: it is damaged, or too large to decode.</source>
+        <translation>无法显示此图片：它已损坏或尺寸过大。</translation>
+    </message>
+    <message>
+        <source>%1 × %2 pixels</source>
+        <translation>%1 × %2 像素</translation>
+    </message>
+    <message>
+        <source>The beginning of %1</source>
+        <translation>%1 的开头部分</translation>
+    </message>
+    <message>
+        <source>This file is empty.</source>
+        <translation>此文件为空。</translation>
+    </message>
+    <message>
+        <source>There is no preview for this kind of file.</source>
+        <translation>此类文件没有预览。</translation>
     </message>
 </context>
 <context>
@@ -822,6 +902,36 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
 </context>
 <context>
+    <name>vantoro::ArchiveTreeModel</name>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>大小</translation>
+    </message>
+    <message>
+        <source>Modified</source>
+        <translation>修改时间</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ChosenExtraction</name>
+    <message>
+        <source>Please select the destination</source>
+        <translation>请选择目标位置</translation>
+    </message>
+    <message>
+        <source>Extract</source>
+        <translation>解压</translation>
+    </message>
+    <message>
+        <source>Extracting…</source>
+        <translation>正在解压…</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::CompressWindow</name>
     <message>
         <source>Start</source>
@@ -866,6 +976,29 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     <message>
         <source>The two passwords differ.</source>
         <translation>两次输入的密码不一致。</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::ContentsPresenter</name>
+    <message>
+        <source>Opening “%1”…</source>
+        <translation>正在打开“%1”…</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln entries extracted</source>
+        <translation>
+            <numerusform>已解压 %Ln 个项目</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1, and %Ln more failed</source>
+        <translation>
+            <numerusform>%1，另有 %Ln 个失败</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The list is incomplete: %1</source>
+        <translation>列表不完整：%1</translation>
     </message>
 </context>
 <context>
@@ -1024,6 +1157,78 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     <message>
         <source>Select</source>
         <translation>选择</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>预览</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>清空</translation>
+    </message>
+    <message>
+        <source>Filter by name</source>
+        <translation>按名称筛选</translation>
+    </message>
+    <message>
+        <source>Open…</source>
+        <translation>打开…</translation>
+    </message>
+    <message>
+        <source>Choose another archive</source>
+        <translation>选择其他压缩文件</translation>
+    </message>
+    <message>
+        <source>Extract what is selected, or everything (Ctrl+E)</source>
+        <translation>解压所选项目或全部内容 (Ctrl+E)</translation>
+    </message>
+    <message>
+        <source>Look at the selected file (Space)</source>
+        <translation>查看所选文件（空格键）</translation>
+    </message>
+    <message>
+        <source>Close the archive</source>
+        <translation>关闭压缩文件</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>Close Folder</source>
+        <translation>折叠文件夹</translation>
+    </message>
+    <message>
+        <source>Open Folder</source>
+        <translation>展开文件夹</translation>
+    </message>
+    <message>
+        <source>Extract All</source>
+        <translation>全部解压</translation>
+    </message>
+    <message>
+        <source>Contents of %1</source>
+        <translation>%1 的内容</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>信息</translation>
+    </message>
+    <message>
+        <source>DO NOT support quicklook this archive, please close &apos;Preview an archive&apos;s file list without extraction&apos; in Preferences Panel to extract directly</source>
+        <translation>无法查看此压缩文件的内容。请在设置中关闭“解压前先查看内容”以直接解压。</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Wrong Password!</source>
+        <translation>密码错误！</translation>
+    </message>
+    <message>
+        <source>This archive is empty</source>
+        <translation>此压缩文件为空</translation>
     </message>
 </context>
 <context>
@@ -1358,6 +1563,29 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
 </context>
 <context>
+    <name>vantoro::PasswordPrompt</name>
+    <message>
+        <source>Caps Lock is on</source>
+        <translation>大写锁定已打开</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>密码</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>“%1” is encrypted. Which password opens it?</source>
+        <translation>“%1”已加密。请输入打开它的密码。</translation>
+    </message>
+</context>
+<context>
     <name>vantoro::PopViewController</name>
     <message>
         <source>Vantoro</source>
@@ -1408,6 +1636,51 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     <message>
         <source>Nothing to show</source>
         <translation>没有可显示的内容</translation>
+    </message>
+</context>
+<context>
+    <name>vantoro::PreviewWindow</name>
+    <message>
+        <source>Extract</source>
+        <translation>解压</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>预览</translation>
+    </message>
+    <message>
+        <source>Close Preview</source>
+        <translation>关闭预览</translation>
+    </message>
+    <message>
+        <source>Extract This File</source>
+        <translation>解压此文件</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation>图片</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>文本</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>页面</translation>
+    </message>
+    <message>
+        <source>This document is protected by a password of its own.</source>
+        <translation>此文档受自身密码保护。</translation>
+    </message>
+    <message>
+        <source>This document is damaged.</source>
+        <translation>此文档已损坏。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln pages</source>
+        <translation>
+            <numerusform>%Ln 页</numerusform>
+        </translation>
     </message>
 </context>
 <context>

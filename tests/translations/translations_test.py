@@ -14,6 +14,7 @@ import unittest
 import xml.etree.ElementTree as ElementTree
 
 SOURCE = pathlib.Path(sys.argv[1])
+ROOMS = ("app", "browse", "compress", "extraction", "files", "platform", "widgets")
 PLURAL_FORMS = {"en": 2, "de": 2, "fr": 2, "es": 2, "ja": 1, "zh_CN": 1}
 Message = collections.namedtuple("Message", "context source forms finished plural")
 
@@ -30,7 +31,7 @@ def messages(path):
 
 
 def placeholders(text):
-    return sorted(re.findall(r"%L?\d|%n", text))
+    return sorted(re.findall(r"%L?\d|%L?n", text))
 
 
 class Translations(unittest.TestCase):
@@ -61,6 +62,16 @@ class Translations(unittest.TestCase):
             kept = {(text.context, text.source) for text in messages(SOURCE / "resources/i18n" / path.name)}
             current = {(text.context, text.source) for text in messages(path)}
             self.assertEqual(kept - current, set(), path.name)
+
+    def test_contexts_are_those_that_the_program_looks_up(self):
+        """An alias of a class gives its texts to a context that nobody asks for."""
+        sources = [path.read_text() for room in ROOMS for ending in ("*.h", "*.cpp")
+                   for path in (SOURCE / room).rglob(ending)]
+        code = "\n".join(sources)
+        named = set(re.findall(r'(?:translate|QT_TRANSLATE_NOOP)\(\s*"(\w+)"', code))
+        named |= set(re.findall(r"Q_DECLARE_TR_FUNCTIONS\((\w+)\)", code))
+        named |= {"vantoro::" + name for name in re.findall(r"class (\w+)(?: final)?\s*:", code)} | {"QFileDialog"}
+        self.assertEqual({text.context for text in self.languages["de"]} - named, set())
 
     def test_plural_forms_are_complete(self):
         for language, texts in self.languages.items():
