@@ -2,12 +2,12 @@
 
 #include "browse/ArchiveTreeModel.h"
 #include "browse/KXOutlineTableCellView.h"
+#include "browse/OutlineHeader.h"
 
 #include "widgets/Icons.h"
 #include "widgets/Theme.h"
 
 #include <QDrag>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
@@ -24,6 +24,7 @@ constexpr quint32 kOpenedAtOnce = 5000; // nodes
 ArchiveOutlineView::ArchiveOutlineView(QWidget* parent) : QTreeView(parent)
 {
     setObjectName(QStringLiteral("ddOutlineView"));
+    setHeader(new OutlineHeader(this));
     setUniformRowHeights(true);
     setAlternatingRowColors(true);
     setSelectionMode(QAbstractItemView::SingleSelection);
@@ -48,9 +49,6 @@ void ArchiveOutlineView::setArchiveModel(ArchiveTreeModel* model)
 {
     m_archiveModel = model;
     setModel(model);
-    header()->setStretchLastSection(false);
-    header()->setSectionsMovable(false);
-    header()->setHighlightSections(false);
     header()->setSectionResizeMode(ArchiveTreeModel::Name, QHeaderView::Stretch);
     fitColumns();
 }
@@ -65,7 +63,6 @@ void ArchiveOutlineView::fitColumns()
     const int size = metrics.horizontalAdvance(QStringLiteral("1000.00 MB")) + theme::kSpaceL;
     header()->resizeSection(ArchiveTreeModel::Modified, date);
     header()->resizeSection(ArchiveTreeModel::Size, size + KXOutlineTableCellView::previewButtonSpace());
-    header()->setMinimumSectionSize(0);
 }
 
 int ArchiveOutlineView::rowForIndex(const QModelIndex& index) const
@@ -102,7 +99,8 @@ void ArchiveOutlineView::drawGround(QPainter* painter, const QStyleOptionViewIte
     QColor ground = colors.hover;
     if (isChosen)
         ground = isActiveWindow() ? theme::accentFill(theme::Accent::Selection)
-                                  : theme::mix(theme::accentFill(theme::Accent::Selection), colors.textSecondary, 0.5);
+                                  : theme::mix(theme::accentFill(theme::Accent::Selection), colors.window,
+                                               theme::isDark(option.palette) ? 0.45 : 0);
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
     painter->setBrush(ground);

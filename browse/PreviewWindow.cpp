@@ -32,6 +32,18 @@ QLabel* captionLabel(ElidedLabel* label)
     return label;
 }
 
+/// Where the screen has no room to the right of the main window, that window gives way to the left as far as it can.
+int makeRoom(QWidget& main, int width)
+{
+    const QScreen* screen = main.screen();
+    const int over = screen ? main.frameGeometry().right() + width - screen->availableGeometry().right() : 0;
+    if (over <= 0 || main.isMaximized() || main.isFullScreen())
+        return qMax(0, over);
+    const int way = qMin(over, qMax(0, main.frameGeometry().left() - screen->availableGeometry().left()));
+    main.move(main.x() - way, main.y());
+    return over - way;
+}
+
 }
 
 PreviewWindow::PreviewWindow(QWidget* page)
@@ -57,7 +69,6 @@ PreviewWindow::PreviewWindow(QWidget* page)
     buildTitle();
     column->addWidget(m_views, 1);
     captionLabel(m_detail);
-    m_detail->setWordWrap(true);
     auto* foot = new QHBoxLayout;
     foot->setContentsMargins(theme::kSpaceL, theme::kSpaceS, 0, 0);
     foot->addWidget(m_detail, 1);
@@ -95,6 +106,7 @@ void PreviewWindow::buildViews()
     m_qtTextView->setReadOnly(true);
     m_qtTextView->setFrameShape(QFrame::NoFrame);
     m_qtTextView->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_qtTextView->document()->setDocumentMargin(theme::kSpaceM);
     m_qtTextView->setAccessibleName(tr("Text"));
     m_qtPdfView->setPageMode(QPdfView::PageMode::MultiPage);
     m_qtPdfView->setZoomMode(QPdfView::ZoomMode::FitToWidth);
@@ -144,6 +156,9 @@ void PreviewWindow::showContent(const PreviewContent& content, const QIcon& icon
 
 void PreviewWindow::showPdf(const PreviewContent& content)
 {
+    QPalette ground = palette(); // the view paints around its pages with this role
+    ground.setColor(QPalette::Dark, theme::colors(ground).window);
+    m_qtPdfView->setPalette(ground);
     m_pdf.setData(content.pdf);
     m_pdf.open(QIODevice::ReadOnly);
     m_document->load(&m_pdf);
@@ -176,8 +191,8 @@ void PreviewWindow::dismiss()
     emit dismissed();
 }
 
-/// Its left edge on the main window's right edge, as tall as the page and centred on the window; moved left where the
-/// screen ends.
+/// Its left edge on the main window's right edge, as tall as the page and centred on the window; over it where the
+/// screen is too narrow.
 void PreviewWindow::initQuicklookWindow()
 {
     QWidget* main = m_page->window();
@@ -187,16 +202,11 @@ void PreviewWindow::initQuicklookWindow()
         m_docked = main;
         main->installEventFilter(this);
     }
+    const int width = isVisible() ? this->width() : kWidth;
+    const int over = isVisible() ? 0 : makeRoom(*main, width);
     const QRect frame = main->frameGeometry();
     const int height = m_page->height();
-    const int width = qMax(kWidth, isVisible() ? this->width() : kWidth);
-    QRect place(frame.right() + 1, frame.center().y() - height / 2, width, height);
-    if (const QScreen* screen = main->screen()) {
-        const QRect available = screen->availableGeometry();
-        if (place.right() > available.right())
-            place.moveRight(available.right());
-    }
-    setGeometry(place);
+    setGeometry(frame.right() + 1 - over, frame.center().y() - height / 2, width, height);
 }
 
 void PreviewWindow::keyPressEvent(QKeyEvent* event)
