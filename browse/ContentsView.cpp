@@ -29,9 +29,7 @@ private:
 
 }
 
-using Page = KXArchiveContentsViewController;
-
-void Page::View::showWhileExecuting(OverlayTask task)
+void KXArchiveContentsViewController::View::showWhileExecuting(OverlayTask task)
 {
     m_HUD = new ProgressOverlay(task.cover == OverlayTask::Cover::Page ? &m_page : m_page.window());
     m_HUD->setAccent(theme::Accent::Extract);
@@ -48,13 +46,14 @@ void Page::View::showWhileExecuting(OverlayTask task)
         std::move(task.finished));
 }
 
-void Page::View::endOverlay()
+void KXArchiveContentsViewController::View::endOverlay()
 {
     if (m_HUD && m_HUD->isExecuting())
         std::unique_ptr<ProgressOverlay>(m_HUD.data()).reset();
 }
 
-void Page::View::showTree(std::shared_ptr<const ArchiveTree> tree, const QString& archivePath)
+void KXArchiveContentsViewController::View::showTree(std::shared_ptr<const ArchiveTree> tree,
+                                                     const QString& archivePath)
 {
     const bool hasTree = tree && tree->hasChildren();
     m_page.m_filterDelay->stop();
@@ -73,7 +72,7 @@ void Page::View::showTree(std::shared_ptr<const ArchiveTree> tree, const QString
     m_page.m_outlineView->setFocus();
 }
 
-void Page::View::showRows(std::shared_ptr<const ArchiveTree> tree, bool areFiltered)
+void KXArchiveContentsViewController::View::showRows(std::shared_ptr<const ArchiveTree> tree, bool areFiltered)
 {
     const auto nodes = tree->nodeCount();
     m_page.m_model->setTree(std::move(tree), m_page.m_presenter->archive().path());
@@ -84,9 +83,9 @@ void Page::View::showRows(std::shared_ptr<const ArchiveTree> tree, bool areFilte
     m_page.updateButtons();
 }
 
-void Page::View::showStatus(const QString& text) { m_page.m_statusLine->setText(text); }
+void KXArchiveContentsViewController::View::showStatus(const QString& text) { m_page.m_statusLine->setText(text); }
 
-void Page::View::showInformation(const QString& reason)
+void KXArchiveContentsViewController::View::showInformation(const QString& reason)
 {
     auto* box = new QMessageBox(QMessageBox::Information, vantoro::KXArchiveContentsViewController::tr("Information"),
                                 vantoro::KXArchiveContentsViewController::tr(
@@ -101,7 +100,7 @@ void Page::View::showInformation(const QString& reason)
     box->open();
 }
 
-void Page::View::showNotice(Notice notice)
+void KXArchiveContentsViewController::View::showNotice(Notice notice)
 {
     const bool isPassword = notice == Notice::WrongPassword;
     ProgressOverlay::showMessage(m_page.window(), QStringLiteral("glyph-warning"),
@@ -109,19 +108,22 @@ void Page::View::showNotice(Notice notice)
                                             : vantoro::KXArchiveContentsViewController::tr("This archive is empty"));
 }
 
-void Page::View::showPWDPanel(const QString& archiveName) { m_page.m_passWdPanel->ask(archiveName); }
-void Page::View::closePWDPanel() { m_page.m_passWdPanel->dismiss(); }
+void KXArchiveContentsViewController::View::showPWDPanel(const QString& archiveName)
+{
+    m_page.m_passWdPanel->ask(archiveName);
+}
+void KXArchiveContentsViewController::View::closePWDPanel() { m_page.m_passWdPanel->dismiss(); }
 
-void Page::View::showPreview(const PreviewContent& content)
+void KXArchiveContentsViewController::View::showPreview(const PreviewContent& content)
 {
     EntryIcons icons;
     m_page.m_quicklookWindow->showContent(content, icons.iconForPath(content.itemPath, content.isFolder));
     m_page.setBtnEnable(true);
 }
 
-void Page::View::kx_close() { m_page.m_quicklookWindow->dismiss(); }
+void KXArchiveContentsViewController::View::kx_close() { m_page.m_quicklookWindow->dismiss(); }
 
-ArchiveTree::Node Page::View::selectedNode() const
+ArchiveTree::Node KXArchiveContentsViewController::View::selectedNode() const
 {
     return m_page.m_model->nodeAt(m_page.m_outlineView->selectedIndex());
 }

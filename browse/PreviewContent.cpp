@@ -89,7 +89,7 @@ void showText(PreviewContent& content, const QString& text, qsizetype bytes)
 
 std::optional<QString> textFromUtf8(const QByteArray& data)
 {
-    QStringDecoder decoder(QStringDecoder::Utf8);
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::Stateless);
     QString text = decoder(data);
     if (decoder.hasError() || text.isEmpty())
         return std::nullopt;
