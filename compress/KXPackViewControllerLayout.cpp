@@ -28,6 +28,7 @@ QLabel* caption(const QString& text, QWidget* buddy, QWidget* parent)
     label->setFont(theme::font(theme::Type::Caption, label->font()));
     label->setForegroundRole(QPalette::PlaceholderText);
     label->setBuddy(buddy);
+    label->setAccessibleName(QString(text).remove(QLatin1Char('&')));
     return label;
 }
 
