@@ -32,7 +32,7 @@ Times readNtfs(ConstBytes field)
     Times times;
     ByteReader in(field);
     in.skip(4);
-    while (in.remaining() >= 4) {
+    while (in.ok() && in.remaining() >= 4) {
         const auto tag = in.le16();
         const auto size = in.le16();
         const auto value = in.take(size);
