@@ -8,6 +8,7 @@
 #include "widgets/Theme.h"
 
 #include <QButtonGroup>
+#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -146,7 +147,9 @@ QWidget* InformationWindow::makeFormats()
         QStringList extensions;
         for (const auto& extension : format.extensions)
             extensions += QString::fromStdString(extension);
-        addRow(table, {QString::fromStdString(format.displayName), extensions.join(QStringLiteral(", "))});
+        addRow(table,
+               {QCoreApplication::translate("Formats", format.displayName.c_str()),
+                extensions.join(QStringLiteral(", "))});
     }
     table->sortItems(0, Qt::AscendingOrder);
     table->resizeColumnToContents(0);

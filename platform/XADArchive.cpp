@@ -6,6 +6,7 @@
 
 #include "engine/extract.h"
 
+#include <QCoreApplication>
 #include <QFile>
 
 #include <algorithm>
@@ -30,7 +31,8 @@ QString formatName(const ArchiveInfo& info)
     const auto formats = supportedFormats();
     const auto name = [&](const std::string& id) {
         const auto row = std::ranges::find(formats, id, &FormatDescription::id);
-        return QString::fromStdString(row == formats.end() ? id : row->displayName);
+        return row == formats.end() ? QString::fromStdString(id)
+                                    : QCoreApplication::translate("Formats", row->displayName.c_str());
     };
     return info.outerFormat.empty() ? name(info.format)
                                     : QStringLiteral("%1, %2").arg(name(info.format), name(info.outerFormat));

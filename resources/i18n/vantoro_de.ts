@@ -448,6 +448,177 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
 </context>
 <context>
+    <name>Formats</name>
+    <message>
+        <source>RPM package</source>
+        <translation>RPM-Paket</translation>
+    </message>
+    <message>
+        <source>tar archive</source>
+        <translation>Tar-Archiv</translation>
+    </message>
+    <message>
+        <source>RAR archive</source>
+        <translation>RAR-Archiv</translation>
+    </message>
+    <message>
+        <source>ARJ archive</source>
+        <translation>ARJ-Archiv</translation>
+    </message>
+    <message>
+        <source>cpio archive</source>
+        <translation>Cpio-Archiv</translation>
+    </message>
+    <message>
+        <source>ISO 9660 disc image</source>
+        <translation>ISO-9660-Abbild</translation>
+    </message>
+    <message>
+        <source>gzip file</source>
+        <translation>Gzip-Datei</translation>
+    </message>
+    <message>
+        <source>bzip2 file</source>
+        <translation>Bzip2-Datei</translation>
+    </message>
+    <message>
+        <source>xz file</source>
+        <translation>XZ-Datei</translation>
+    </message>
+    <message>
+        <source>Zstandard file</source>
+        <translation>Zstandard-Datei</translation>
+    </message>
+    <message>
+        <source>LZ4 file</source>
+        <translation>LZ4-Datei</translation>
+    </message>
+    <message>
+        <source>lzip file</source>
+        <translation>Lzip-Datei</translation>
+    </message>
+    <message>
+        <source>lzop file</source>
+        <translation>Lzop-Datei</translation>
+    </message>
+    <message>
+        <source>Unix compress file</source>
+        <translation>Unix-compress-Datei</translation>
+    </message>
+    <message>
+        <source>LZMA file</source>
+        <translation>LZMA-Datei</translation>
+    </message>
+    <message>
+        <source>zlib stream</source>
+        <translation>zlib-Datenstrom</translation>
+    </message>
+    <message>
+        <source>Brotli file</source>
+        <translation>Brotli-Datei</translation>
+    </message>
+    <message>
+        <source>Zip archive</source>
+        <translation>Zip-Archiv</translation>
+    </message>
+    <message>
+        <source>LHA archive</source>
+        <translation>LHA-Archiv</translation>
+    </message>
+    <message>
+        <source>PMarc archive</source>
+        <translation>PMarc-Archiv</translation>
+    </message>
+    <message>
+        <source>Unix archive or Debian package</source>
+        <translation>Unix-Archiv oder Debian-Paket</translation>
+    </message>
+    <message>
+        <source>xar archive</source>
+        <translation>Xar-Archiv</translation>
+    </message>
+    <message>
+        <source>Web archive</source>
+        <translation>Webarchiv</translation>
+    </message>
+    <message>
+        <source>NSIS installer</source>
+        <translation>NSIS-Installationsprogramm</translation>
+    </message>
+    <message>
+        <source>7z archive</source>
+        <translation>7z-Archiv</translation>
+    </message>
+    <message>
+        <source>Cabinet</source>
+        <translation>Cabinet-Archiv</translation>
+    </message>
+    <message>
+        <source>Windows installer package</source>
+        <translation>Windows-Installationspaket</translation>
+    </message>
+    <message>
+        <source>Compound file</source>
+        <translation>Verbunddatei</translation>
+    </message>
+    <message>
+        <source>Compiled help</source>
+        <translation>Kompilierte Hilfe</translation>
+    </message>
+    <message>
+        <source>Compiled help 2</source>
+        <translation>Kompilierte Hilfe 2</translation>
+    </message>
+    <message>
+        <source>Windows image</source>
+        <translation>Windows-Abbild</translation>
+    </message>
+    <message>
+        <source>UDF disc image</source>
+        <translation>UDF-Abbild</translation>
+    </message>
+    <message>
+        <source>SquashFS image</source>
+        <translation>SquashFS-Abbild</translation>
+    </message>
+    <message>
+        <source>CramFS image</source>
+        <translation>CramFS-Abbild</translation>
+    </message>
+    <message>
+        <source>macOS disk image</source>
+        <translation>macOS-Datenträgerabbild</translation>
+    </message>
+    <message>
+        <source>Virtual disk</source>
+        <translation>Virtueller Datenträger</translation>
+    </message>
+    <message>
+        <source>NTFS image</source>
+        <translation>NTFS-Abbild</translation>
+    </message>
+    <message>
+        <source>APFS image</source>
+        <translation>APFS-Abbild</translation>
+    </message>
+    <message>
+        <source>HFS+ image</source>
+        <translation>HFS+-Abbild</translation>
+    </message>
+    <message>
+        <source>FAT image</source>
+        <translation>FAT-Abbild</translation>
+    </message>
+    <message>
+        <source>ext file system image</source>
+        <translation>ext-Dateisystemabbild</translation>
+    </message>
+    <message>
+        <source>Disk image</source>
+        <translation>Datenträgerabbild</translation>
+    </message>
+</context>
+<context>
     <name>InformationWindow</name>
     <message>
         <source>Windows and the desktop</source>
@@ -673,7 +844,7 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
     <message>
         <source>There is no preview for this kind of file.</source>
-        <translation>Für diese Art von Datei gibt es keine Vorschau.</translation>
+        <translation>Keine Vorschau für diesen Dateityp.</translation>
     </message>
 </context>
 <context>
@@ -1177,7 +1348,7 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
     </message>
     <message>
         <source>Clear</source>
-        <translation>Leeren</translation>
+        <translation>Schließen</translation>
     </message>
     <message>
         <source>Filter by name</source>

@@ -448,6 +448,177 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     </message>
 </context>
 <context>
+    <name>Formats</name>
+    <message>
+        <source>RPM package</source>
+        <translation>Paquete RPM</translation>
+    </message>
+    <message>
+        <source>tar archive</source>
+        <translation>Archivo tar</translation>
+    </message>
+    <message>
+        <source>RAR archive</source>
+        <translation>Archivo RAR</translation>
+    </message>
+    <message>
+        <source>ARJ archive</source>
+        <translation>Archivo ARJ</translation>
+    </message>
+    <message>
+        <source>cpio archive</source>
+        <translation>Archivo cpio</translation>
+    </message>
+    <message>
+        <source>ISO 9660 disc image</source>
+        <translation>Imagen de disco ISO 9660</translation>
+    </message>
+    <message>
+        <source>gzip file</source>
+        <translation>Archivo gzip</translation>
+    </message>
+    <message>
+        <source>bzip2 file</source>
+        <translation>Archivo bzip2</translation>
+    </message>
+    <message>
+        <source>xz file</source>
+        <translation>Archivo xz</translation>
+    </message>
+    <message>
+        <source>Zstandard file</source>
+        <translation>Archivo Zstandard</translation>
+    </message>
+    <message>
+        <source>LZ4 file</source>
+        <translation>Archivo LZ4</translation>
+    </message>
+    <message>
+        <source>lzip file</source>
+        <translation>Archivo lzip</translation>
+    </message>
+    <message>
+        <source>lzop file</source>
+        <translation>Archivo lzop</translation>
+    </message>
+    <message>
+        <source>Unix compress file</source>
+        <translation>Archivo compress de Unix</translation>
+    </message>
+    <message>
+        <source>LZMA file</source>
+        <translation>Archivo LZMA</translation>
+    </message>
+    <message>
+        <source>zlib stream</source>
+        <translation>Flujo zlib</translation>
+    </message>
+    <message>
+        <source>Brotli file</source>
+        <translation>Archivo Brotli</translation>
+    </message>
+    <message>
+        <source>Zip archive</source>
+        <translation>Archivo zip</translation>
+    </message>
+    <message>
+        <source>LHA archive</source>
+        <translation>Archivo LHA</translation>
+    </message>
+    <message>
+        <source>PMarc archive</source>
+        <translation>Archivo PMarc</translation>
+    </message>
+    <message>
+        <source>Unix archive or Debian package</source>
+        <translation>Archivo de Unix o paquete de Debian</translation>
+    </message>
+    <message>
+        <source>xar archive</source>
+        <translation>Archivo xar</translation>
+    </message>
+    <message>
+        <source>Web archive</source>
+        <translation>Archivo web</translation>
+    </message>
+    <message>
+        <source>NSIS installer</source>
+        <translation>Instalador NSIS</translation>
+    </message>
+    <message>
+        <source>7z archive</source>
+        <translation>Archivo 7z</translation>
+    </message>
+    <message>
+        <source>Cabinet</source>
+        <translation>Archivo Cabinet</translation>
+    </message>
+    <message>
+        <source>Windows installer package</source>
+        <translation>Paquete de instalación de Windows</translation>
+    </message>
+    <message>
+        <source>Compound file</source>
+        <translation>Archivo compuesto</translation>
+    </message>
+    <message>
+        <source>Compiled help</source>
+        <translation>Ayuda compilada</translation>
+    </message>
+    <message>
+        <source>Compiled help 2</source>
+        <translation>Ayuda compilada 2</translation>
+    </message>
+    <message>
+        <source>Windows image</source>
+        <translation>Imagen de Windows</translation>
+    </message>
+    <message>
+        <source>UDF disc image</source>
+        <translation>Imagen de disco UDF</translation>
+    </message>
+    <message>
+        <source>SquashFS image</source>
+        <translation>Imagen SquashFS</translation>
+    </message>
+    <message>
+        <source>CramFS image</source>
+        <translation>Imagen CramFS</translation>
+    </message>
+    <message>
+        <source>macOS disk image</source>
+        <translation>Imagen de disco de macOS</translation>
+    </message>
+    <message>
+        <source>Virtual disk</source>
+        <translation>Disco virtual</translation>
+    </message>
+    <message>
+        <source>NTFS image</source>
+        <translation>Imagen NTFS</translation>
+    </message>
+    <message>
+        <source>APFS image</source>
+        <translation>Imagen APFS</translation>
+    </message>
+    <message>
+        <source>HFS+ image</source>
+        <translation>Imagen HFS+</translation>
+    </message>
+    <message>
+        <source>FAT image</source>
+        <translation>Imagen FAT</translation>
+    </message>
+    <message>
+        <source>ext file system image</source>
+        <translation>Imagen de sistema de archivos ext</translation>
+    </message>
+    <message>
+        <source>Disk image</source>
+        <translation>Imagen de disco</translation>
+    </message>
+</context>
+<context>
     <name>InformationWindow</name>
     <message>
         <source>Windows and the desktop</source>
@@ -673,7 +844,7 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     </message>
     <message>
         <source>There is no preview for this kind of file.</source>
-        <translation>No hay vista previa para este tipo de archivo.</translation>
+        <translation>Sin vista previa para este tipo.</translation>
     </message>
 </context>
 <context>
@@ -1177,7 +1348,7 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
     </message>
     <message>
         <source>Clear</source>
-        <translation>Vaciar</translation>
+        <translation>Cerrar</translation>
     </message>
     <message>
         <source>Filter by name</source>

@@ -448,6 +448,177 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
 </context>
 <context>
+    <name>Formats</name>
+    <message>
+        <source>RPM package</source>
+        <translation>Paquet RPM</translation>
+    </message>
+    <message>
+        <source>tar archive</source>
+        <translation>Archive tar</translation>
+    </message>
+    <message>
+        <source>RAR archive</source>
+        <translation>Archive RAR</translation>
+    </message>
+    <message>
+        <source>ARJ archive</source>
+        <translation>Archive ARJ</translation>
+    </message>
+    <message>
+        <source>cpio archive</source>
+        <translation>Archive cpio</translation>
+    </message>
+    <message>
+        <source>ISO 9660 disc image</source>
+        <translation>Image de disque ISO 9660</translation>
+    </message>
+    <message>
+        <source>gzip file</source>
+        <translation>Fichier gzip</translation>
+    </message>
+    <message>
+        <source>bzip2 file</source>
+        <translation>Fichier bzip2</translation>
+    </message>
+    <message>
+        <source>xz file</source>
+        <translation>Fichier xz</translation>
+    </message>
+    <message>
+        <source>Zstandard file</source>
+        <translation>Fichier Zstandard</translation>
+    </message>
+    <message>
+        <source>LZ4 file</source>
+        <translation>Fichier LZ4</translation>
+    </message>
+    <message>
+        <source>lzip file</source>
+        <translation>Fichier lzip</translation>
+    </message>
+    <message>
+        <source>lzop file</source>
+        <translation>Fichier lzop</translation>
+    </message>
+    <message>
+        <source>Unix compress file</source>
+        <translation>Fichier compress Unix</translation>
+    </message>
+    <message>
+        <source>LZMA file</source>
+        <translation>Fichier LZMA</translation>
+    </message>
+    <message>
+        <source>zlib stream</source>
+        <translation>Flux zlib</translation>
+    </message>
+    <message>
+        <source>Brotli file</source>
+        <translation>Fichier Brotli</translation>
+    </message>
+    <message>
+        <source>Zip archive</source>
+        <translation>Archive zip</translation>
+    </message>
+    <message>
+        <source>LHA archive</source>
+        <translation>Archive LHA</translation>
+    </message>
+    <message>
+        <source>PMarc archive</source>
+        <translation>Archive PMarc</translation>
+    </message>
+    <message>
+        <source>Unix archive or Debian package</source>
+        <translation>Archive Unix ou paquet Debian</translation>
+    </message>
+    <message>
+        <source>xar archive</source>
+        <translation>Archive xar</translation>
+    </message>
+    <message>
+        <source>Web archive</source>
+        <translation>Archive Web</translation>
+    </message>
+    <message>
+        <source>NSIS installer</source>
+        <translation>Installateur NSIS</translation>
+    </message>
+    <message>
+        <source>7z archive</source>
+        <translation>Archive 7z</translation>
+    </message>
+    <message>
+        <source>Cabinet</source>
+        <translation>Archive Cabinet</translation>
+    </message>
+    <message>
+        <source>Windows installer package</source>
+        <translation>Paquet d’installation Windows</translation>
+    </message>
+    <message>
+        <source>Compound file</source>
+        <translation>Fichier composé</translation>
+    </message>
+    <message>
+        <source>Compiled help</source>
+        <translation>Aide compilée</translation>
+    </message>
+    <message>
+        <source>Compiled help 2</source>
+        <translation>Aide compilée 2</translation>
+    </message>
+    <message>
+        <source>Windows image</source>
+        <translation>Image Windows</translation>
+    </message>
+    <message>
+        <source>UDF disc image</source>
+        <translation>Image de disque UDF</translation>
+    </message>
+    <message>
+        <source>SquashFS image</source>
+        <translation>Image SquashFS</translation>
+    </message>
+    <message>
+        <source>CramFS image</source>
+        <translation>Image CramFS</translation>
+    </message>
+    <message>
+        <source>macOS disk image</source>
+        <translation>Image disque macOS</translation>
+    </message>
+    <message>
+        <source>Virtual disk</source>
+        <translation>Disque virtuel</translation>
+    </message>
+    <message>
+        <source>NTFS image</source>
+        <translation>Image NTFS</translation>
+    </message>
+    <message>
+        <source>APFS image</source>
+        <translation>Image APFS</translation>
+    </message>
+    <message>
+        <source>HFS+ image</source>
+        <translation>Image HFS+</translation>
+    </message>
+    <message>
+        <source>FAT image</source>
+        <translation>Image FAT</translation>
+    </message>
+    <message>
+        <source>ext file system image</source>
+        <translation>Image de système de fichiers ext</translation>
+    </message>
+    <message>
+        <source>Disk image</source>
+        <translation>Image disque</translation>
+    </message>
+</context>
+<context>
     <name>InformationWindow</name>
     <message>
         <source>Windows and the desktop</source>
@@ -673,7 +844,7 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
     <message>
         <source>There is no preview for this kind of file.</source>
-        <translation>Il n’y a pas d’aperçu pour ce type de fichier.</translation>
+        <translation>Pas d’aperçu pour ce type de fichier.</translation>
     </message>
 </context>
 <context>
@@ -1177,7 +1348,7 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     </message>
     <message>
         <source>Clear</source>
-        <translation>Vider</translation>
+        <translation>Fermer</translation>
     </message>
     <message>
         <source>Filter by name</source>

@@ -440,6 +440,177 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
 </context>
 <context>
+    <name>Formats</name>
+    <message>
+        <source>RPM package</source>
+        <translation>RPM パッケージ</translation>
+    </message>
+    <message>
+        <source>tar archive</source>
+        <translation>tar アーカイブ</translation>
+    </message>
+    <message>
+        <source>RAR archive</source>
+        <translation>RAR アーカイブ</translation>
+    </message>
+    <message>
+        <source>ARJ archive</source>
+        <translation>ARJ アーカイブ</translation>
+    </message>
+    <message>
+        <source>cpio archive</source>
+        <translation>cpio アーカイブ</translation>
+    </message>
+    <message>
+        <source>ISO 9660 disc image</source>
+        <translation>ISO 9660 ディスクイメージ</translation>
+    </message>
+    <message>
+        <source>gzip file</source>
+        <translation>gzip ファイル</translation>
+    </message>
+    <message>
+        <source>bzip2 file</source>
+        <translation>bzip2 ファイル</translation>
+    </message>
+    <message>
+        <source>xz file</source>
+        <translation>xz ファイル</translation>
+    </message>
+    <message>
+        <source>Zstandard file</source>
+        <translation>Zstandard ファイル</translation>
+    </message>
+    <message>
+        <source>LZ4 file</source>
+        <translation>LZ4 ファイル</translation>
+    </message>
+    <message>
+        <source>lzip file</source>
+        <translation>lzip ファイル</translation>
+    </message>
+    <message>
+        <source>lzop file</source>
+        <translation>lzop ファイル</translation>
+    </message>
+    <message>
+        <source>Unix compress file</source>
+        <translation>Unix compress ファイル</translation>
+    </message>
+    <message>
+        <source>LZMA file</source>
+        <translation>LZMA ファイル</translation>
+    </message>
+    <message>
+        <source>zlib stream</source>
+        <translation>zlib ストリーム</translation>
+    </message>
+    <message>
+        <source>Brotli file</source>
+        <translation>Brotli ファイル</translation>
+    </message>
+    <message>
+        <source>Zip archive</source>
+        <translation>Zip アーカイブ</translation>
+    </message>
+    <message>
+        <source>LHA archive</source>
+        <translation>LHA アーカイブ</translation>
+    </message>
+    <message>
+        <source>PMarc archive</source>
+        <translation>PMarc アーカイブ</translation>
+    </message>
+    <message>
+        <source>Unix archive or Debian package</source>
+        <translation>Unix アーカイブまたは Debian パッケージ</translation>
+    </message>
+    <message>
+        <source>xar archive</source>
+        <translation>xar アーカイブ</translation>
+    </message>
+    <message>
+        <source>Web archive</source>
+        <translation>ウェブアーカイブ</translation>
+    </message>
+    <message>
+        <source>NSIS installer</source>
+        <translation>NSIS インストーラー</translation>
+    </message>
+    <message>
+        <source>7z archive</source>
+        <translation>7z アーカイブ</translation>
+    </message>
+    <message>
+        <source>Cabinet</source>
+        <translation>キャビネット</translation>
+    </message>
+    <message>
+        <source>Windows installer package</source>
+        <translation>Windows インストーラーパッケージ</translation>
+    </message>
+    <message>
+        <source>Compound file</source>
+        <translation>複合ファイル</translation>
+    </message>
+    <message>
+        <source>Compiled help</source>
+        <translation>コンパイル済みヘルプ</translation>
+    </message>
+    <message>
+        <source>Compiled help 2</source>
+        <translation>コンパイル済みヘルプ 2</translation>
+    </message>
+    <message>
+        <source>Windows image</source>
+        <translation>Windows イメージ</translation>
+    </message>
+    <message>
+        <source>UDF disc image</source>
+        <translation>UDF ディスクイメージ</translation>
+    </message>
+    <message>
+        <source>SquashFS image</source>
+        <translation>SquashFS イメージ</translation>
+    </message>
+    <message>
+        <source>CramFS image</source>
+        <translation>CramFS イメージ</translation>
+    </message>
+    <message>
+        <source>macOS disk image</source>
+        <translation>macOS ディスクイメージ</translation>
+    </message>
+    <message>
+        <source>Virtual disk</source>
+        <translation>仮想ディスク</translation>
+    </message>
+    <message>
+        <source>NTFS image</source>
+        <translation>NTFS イメージ</translation>
+    </message>
+    <message>
+        <source>APFS image</source>
+        <translation>APFS イメージ</translation>
+    </message>
+    <message>
+        <source>HFS+ image</source>
+        <translation>HFS+ イメージ</translation>
+    </message>
+    <message>
+        <source>FAT image</source>
+        <translation>FAT イメージ</translation>
+    </message>
+    <message>
+        <source>ext file system image</source>
+        <translation>ext ファイルシステムイメージ</translation>
+    </message>
+    <message>
+        <source>Disk image</source>
+        <translation>ディスクイメージ</translation>
+    </message>
+</context>
+<context>
     <name>InformationWindow</name>
     <message>
         <source>Windows and the desktop</source>
@@ -665,7 +836,7 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
     <message>
         <source>There is no preview for this kind of file.</source>
-        <translation>この種類のファイルはプレビューできません。</translation>
+        <translation>この種類はプレビューできません。</translation>
     </message>
 </context>
 <context>
@@ -1164,7 +1335,7 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
     <message>
         <source>Clear</source>
-        <translation>消去</translation>
+        <translation>閉じる</translation>
     </message>
     <message>
         <source>Filter by name</source>

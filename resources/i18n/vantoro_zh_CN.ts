@@ -440,6 +440,177 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
 </context>
 <context>
+    <name>Formats</name>
+    <message>
+        <source>RPM package</source>
+        <translation>RPM 软件包</translation>
+    </message>
+    <message>
+        <source>tar archive</source>
+        <translation>tar 归档</translation>
+    </message>
+    <message>
+        <source>RAR archive</source>
+        <translation>RAR 压缩文件</translation>
+    </message>
+    <message>
+        <source>ARJ archive</source>
+        <translation>ARJ 压缩文件</translation>
+    </message>
+    <message>
+        <source>cpio archive</source>
+        <translation>cpio 归档</translation>
+    </message>
+    <message>
+        <source>ISO 9660 disc image</source>
+        <translation>ISO 9660 光盘映像</translation>
+    </message>
+    <message>
+        <source>gzip file</source>
+        <translation>gzip 文件</translation>
+    </message>
+    <message>
+        <source>bzip2 file</source>
+        <translation>bzip2 文件</translation>
+    </message>
+    <message>
+        <source>xz file</source>
+        <translation>xz 文件</translation>
+    </message>
+    <message>
+        <source>Zstandard file</source>
+        <translation>Zstandard 文件</translation>
+    </message>
+    <message>
+        <source>LZ4 file</source>
+        <translation>LZ4 文件</translation>
+    </message>
+    <message>
+        <source>lzip file</source>
+        <translation>lzip 文件</translation>
+    </message>
+    <message>
+        <source>lzop file</source>
+        <translation>lzop 文件</translation>
+    </message>
+    <message>
+        <source>Unix compress file</source>
+        <translation>Unix compress 文件</translation>
+    </message>
+    <message>
+        <source>LZMA file</source>
+        <translation>LZMA 文件</translation>
+    </message>
+    <message>
+        <source>zlib stream</source>
+        <translation>zlib 数据流</translation>
+    </message>
+    <message>
+        <source>Brotli file</source>
+        <translation>Brotli 文件</translation>
+    </message>
+    <message>
+        <source>Zip archive</source>
+        <translation>Zip 压缩文件</translation>
+    </message>
+    <message>
+        <source>LHA archive</source>
+        <translation>LHA 压缩文件</translation>
+    </message>
+    <message>
+        <source>PMarc archive</source>
+        <translation>PMarc 压缩文件</translation>
+    </message>
+    <message>
+        <source>Unix archive or Debian package</source>
+        <translation>Unix 归档或 Debian 软件包</translation>
+    </message>
+    <message>
+        <source>xar archive</source>
+        <translation>xar 归档</translation>
+    </message>
+    <message>
+        <source>Web archive</source>
+        <translation>Web 归档</translation>
+    </message>
+    <message>
+        <source>NSIS installer</source>
+        <translation>NSIS 安装程序</translation>
+    </message>
+    <message>
+        <source>7z archive</source>
+        <translation>7z 压缩文件</translation>
+    </message>
+    <message>
+        <source>Cabinet</source>
+        <translation>Cabinet 压缩文件</translation>
+    </message>
+    <message>
+        <source>Windows installer package</source>
+        <translation>Windows 安装包</translation>
+    </message>
+    <message>
+        <source>Compound file</source>
+        <translation>复合文件</translation>
+    </message>
+    <message>
+        <source>Compiled help</source>
+        <translation>已编译的帮助文件</translation>
+    </message>
+    <message>
+        <source>Compiled help 2</source>
+        <translation>已编译的帮助文件 2</translation>
+    </message>
+    <message>
+        <source>Windows image</source>
+        <translation>Windows 映像</translation>
+    </message>
+    <message>
+        <source>UDF disc image</source>
+        <translation>UDF 光盘映像</translation>
+    </message>
+    <message>
+        <source>SquashFS image</source>
+        <translation>SquashFS 映像</translation>
+    </message>
+    <message>
+        <source>CramFS image</source>
+        <translation>CramFS 映像</translation>
+    </message>
+    <message>
+        <source>macOS disk image</source>
+        <translation>macOS 磁盘映像</translation>
+    </message>
+    <message>
+        <source>Virtual disk</source>
+        <translation>虚拟磁盘</translation>
+    </message>
+    <message>
+        <source>NTFS image</source>
+        <translation>NTFS 映像</translation>
+    </message>
+    <message>
+        <source>APFS image</source>
+        <translation>APFS 映像</translation>
+    </message>
+    <message>
+        <source>HFS+ image</source>
+        <translation>HFS+ 映像</translation>
+    </message>
+    <message>
+        <source>FAT image</source>
+        <translation>FAT 映像</translation>
+    </message>
+    <message>
+        <source>ext file system image</source>
+        <translation>ext 文件系统映像</translation>
+    </message>
+    <message>
+        <source>Disk image</source>
+        <translation>磁盘映像</translation>
+    </message>
+</context>
+<context>
     <name>InformationWindow</name>
     <message>
         <source>Windows and the desktop</source>
@@ -1164,7 +1335,7 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
     </message>
     <message>
         <source>Clear</source>
-        <translation>清空</translation>
+        <translation>关闭</translation>
     </message>
     <message>
         <source>Filter by name</source>
