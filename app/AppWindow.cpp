@@ -1,7 +1,5 @@
 #include "app/AppWindow.h"
 
-#include "widgets/Icons.h"
-
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScreen>
@@ -29,7 +27,7 @@ QSize sizeWithinScreen(const QWidget& window, QSize wanted)
     return wanted.boundedTo(window.screen()->availableSize() - QSize(kFrame, kFrame));
 }
 
-AppWindow::AppWindow(Escape escape) : m_escape(escape) { setWindowIcon(icons::application()); }
+AppWindow::AppWindow(Escape escape) : m_escape(escape) {}
 
 void AppWindow::bringToFront() { bringWindowToFront(*this); }
 

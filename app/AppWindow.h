@@ -4,7 +4,7 @@
 
 namespace vantoro {
 
-/// A window of the program: its icon, its way to the front, no larger than the screen, and movable by its ground.
+/// A window of the program: its way to the front, no larger than the screen, and movable by its ground.
 class AppWindow : public QWidget {
     Q_OBJECT
 public:

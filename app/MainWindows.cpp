@@ -174,7 +174,16 @@ void MainWindows::chooseFilesToCompress()
         page->addFiles();
 }
 
-bool MainWindows::extractShownArchive() { return false; }
+bool MainWindows::extractShownArchive()
+{
+    KXBaseViewCter* page = nullptr;
+    if (isTwoPageWindowVisible() && m_mainWindowController->shownPage() == kBrowserPage)
+        page = m_mainWindowController->page(kBrowserPage);
+    else if (isSinglePageWindowVisible() && m_mainWinController->isShowing(kBrowserPage))
+        page = m_mainWinController->tempViewCter();
+    auto* browser = asBrowser(page);
+    return browser && browser->extractShownArchive();
+}
 
 void MainWindows::quit()
 {

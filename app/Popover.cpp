@@ -30,9 +30,9 @@ QRect Popover::placeFor(QSize size, const QRect& frame, const QRect& screen, Qt:
         place.moveRight(frame.right());
     else
         place.moveLeft(frame.left());
-    place.moveTop(frame.bottom() + theme::kSpaceXs);
+    place.moveTop(frame.bottom() + 1 + theme::kSpaceXs);
     if (place.bottom() > screen.bottom())
-        place.moveBottom(frame.top() - theme::kSpaceXs);
+        place.moveBottom(frame.top() - 1 - theme::kSpaceXs);
     place.moveLeft(qMax(screen.left(), qMin(place.left(), screen.right() - size.width() + 1)));
     place.moveTop(qMax(screen.top(), qMin(place.top(), screen.bottom() - size.height() + 1)));
     return place;

@@ -4,7 +4,6 @@
 #include "app/PageFade.h"
 
 #include "widgets/FlatButton.h"
-#include "widgets/Icons.h"
 
 #include <QMenu>
 #include <QStackedWidget>
@@ -22,7 +21,6 @@ TwoPageWindow::TwoPageWindow(PageFactory makePage, const std::function<QMenu*(QW
           MASPreferencesWindowController::initWithViewControllers({&m_browserTab, &m_compressTab}, tr("Vantoro")))
 {
     window()->setObjectName(QStringLiteral("twoPageWindow"));
-    window()->setWindowIcon(icons::application());
     auto* menu = new FlatButton(FlatButton::Kind::Quiet, window());
     menu->setGlyph(QStringLiteral("glyph-menu"));
     menu->setAccessibleName(tr("Menu"));

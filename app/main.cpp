@@ -8,6 +8,7 @@
 #include "files/FilePanels.h"
 #include "platform/OrphanedFolders.h"
 #include "widgets/Appearance.h"
+#include "widgets/Icons.h"
 #include "widgets/Translation.h"
 
 #include <QApplication>
@@ -21,7 +22,7 @@ namespace {
 using namespace vantoro;
 using Kind = LaunchRequest::Kind;
 
-constexpr int kAfterFirstWindowMs = 300; // the tray must not delay the window
+constexpr int kAfterFirstWindowMs = 300; // icons and the tray must not delay it
 
 enum ExitCode { kDone = 0, kFailed = 1, kUsage = 2 };
 
@@ -102,7 +103,10 @@ int runApplication(const LaunchRequest& request, const QString& activationToken)
     delegate.awakeFromNib();
     delegate.applicationDidFinishLaunching();
     service.perform(request, activationToken);
-    QTimer::singleShot(kAfterFirstWindowMs, &statusMenu, &StatusMenu::createWhenPossible);
+    QTimer::singleShot(kAfterFirstWindowMs, &statusMenu, [&statusMenu] {
+        QApplication::setWindowIcon(icons::application());
+        statusMenu.createWhenPossible();
+    });
     const int result = QApplication::exec();
     mainWindows.closeAll();
     PanelService::setShared(nullptr);

@@ -43,7 +43,6 @@ KXArchiveContentsViewController::KXArchiveContentsViewController(BrowserHost& ho
     , m_btnClear(new FlatButton(tr("Clear"), FlatButton::Kind::Plain, this))
     , m_btnSet(new FlatButton(FlatButton::Kind::Round, this))
     , m_passWdPanel(new PasswordPrompt(this))
-    , m_quicklookWindow(new PreviewWindow(this))
 {
     setAcceptDrops(true);
     setAccessibleName(tr("Extract"));
@@ -138,15 +137,30 @@ void KXArchiveContentsViewController::connectOutline()
     using Page = KXArchiveContentsViewController;
     connect(m_dropView, &DropArea::buttonClicked, this, &Page::toggleAddArchive);
     connect(m_outlineView, &Outline::previewRequested, this, &Page::previewItem);
-    connect(m_outlineView, &Outline::previewDismissed, m_quicklookWindow, &PreviewWindow::dismiss);
+    connect(m_outlineView, &Outline::previewDismissed, this, &Page::closePreview);
     connect(m_outlineView, &Outline::menuRequested, this, &Page::showMenu);
     connect(m_outlineView, &Outline::dragEnded, this, &Page::extractItem);
     connect(m_outlineView, &Outline::selectedRowChanged, this, [this] { setBtnEnable(true); });
-    connect(m_quicklookWindow, &PreviewWindow::extractRequested, this, &Page::toggleExtractSelectedItem);
-    connect(m_quicklookWindow, &PreviewWindow::dismissed, m_outlineView, qOverload<>(&QWidget::setFocus));
     connect(m_passWdPanel, &PasswordPrompt::answered, this,
             [this](const Secret& password) { m_presenter->togglePasswordOK(password); });
     connect(m_passWdPanel, &PasswordPrompt::cancelled, this, [this] { m_presenter->togglePasswordCancel(); });
+}
+
+PreviewWindow& KXArchiveContentsViewController::quicklookWindow()
+{
+    if (!m_quicklookWindow) {
+        m_quicklookWindow = new PreviewWindow(this);
+        connect(m_quicklookWindow, &PreviewWindow::extractRequested, this,
+                &KXArchiveContentsViewController::toggleExtractSelectedItem);
+        connect(m_quicklookWindow, &PreviewWindow::dismissed, m_outlineView, qOverload<>(&QWidget::setFocus));
+    }
+    return *m_quicklookWindow;
+}
+
+void KXArchiveContentsViewController::closePreview()
+{
+    if (m_quicklookWindow)
+        m_quicklookWindow->dismiss();
 }
 
 void KXArchiveContentsViewController::addShortcuts()
@@ -156,10 +170,6 @@ void KXArchiveContentsViewController::addShortcuts()
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
         connect(shortcut, &QShortcut::activated, this, action);
     };
-    add(QKeySequence(Qt::CTRL | Qt::Key_E), [this] {
-        if (m_btnExtract->isEnabled())
-            toggleExtractSelectedItem();
-    });
     add(QKeySequence::Find, [this] { m_filterField->setFocus(Qt::ShortcutFocusReason); });
 }
 

@@ -117,11 +117,11 @@ void KXArchiveContentsViewController::View::closePWDPanel() { m_page.m_passWdPan
 void KXArchiveContentsViewController::View::showPreview(const PreviewContent& content)
 {
     EntryIcons icons;
-    m_page.m_quicklookWindow->showContent(content, icons.iconForPath(content.itemPath, content.isFolder));
+    m_page.quicklookWindow().showContent(content, icons.iconForPath(content.itemPath, content.isFolder));
     m_page.setBtnEnable(true);
 }
 
-void KXArchiveContentsViewController::View::kx_close() { m_page.m_quicklookWindow->dismiss(); }
+void KXArchiveContentsViewController::View::kx_close() { m_page.closePreview(); }
 
 ArchiveTree::Node KXArchiveContentsViewController::View::selectedNode() const
 {

@@ -40,7 +40,7 @@ void KXArchiveContentsViewController::viewWillAppear()
     setBtnHidden(KXPrefsDefault::changeViewMode());
 }
 
-void KXArchiveContentsViewController::viewWillDisappear() { m_quicklookWindow->dismiss(); }
+void KXArchiveContentsViewController::viewWillDisappear() { closePreview(); }
 
 void KXArchiveContentsViewController::getArchiveContainerWithPath(const QString& path)
 {
@@ -73,13 +73,21 @@ void KXArchiveContentsViewController::archiveChosen(const PanelResult& chosen)
 
 void KXArchiveContentsViewController::toggleClearAll()
 {
-    m_quicklookWindow->dismiss();
+    closePreview();
     m_presenter->clearAllFiles();
 }
 
 void KXArchiveContentsViewController::toggleSettings() { m_host.openPrefsWindow(); }
 
 void KXArchiveContentsViewController::toggleExtractSelectedItem() { extractItem(m_outlineView->selectedIndex()); }
+
+bool KXArchiveContentsViewController::extractShownArchive()
+{
+    if (!m_btnExtract->isEnabled())
+        return false;
+    toggleExtractSelectedItem();
+    return true;
+}
 
 void KXArchiveContentsViewController::extractItem(const QModelIndex& index)
 {

@@ -57,6 +57,8 @@ public:
     void toggleClearAll();
     void toggleSettings();
     void toggleExtractSelectedItem();
+    /// False where there is nothing to extract.
+    bool extractShownArchive();
 
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -76,6 +78,8 @@ private:
     void showMenu(const QModelIndex& index, const QPoint& globalPosition);
     void previewItem(const QModelIndex& index);
     void extractItem(const QModelIndex& index);
+    /// Made when it is first needed: what shows documents is slow to load.
+    PreviewWindow& quicklookWindow();
     void closePreview();
     void setBtnEnable(bool enable);
     void setBtnHidden(bool hidden);
@@ -103,7 +107,7 @@ private:
     FlatButton* m_btnClear;
     FlatButton* m_btnSet;
     PasswordPrompt* m_passWdPanel;
-    PreviewWindow* m_quicklookWindow;
+    PreviewWindow* m_quicklookWindow = nullptr;
 };
 
 }

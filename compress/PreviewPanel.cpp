@@ -6,7 +6,6 @@
 #include "platform/Workspace.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FlatButton.h"
-#include "widgets/Icons.h"
 #include "widgets/ImageView.h"
 #include "widgets/Theme.h"
 
@@ -50,7 +49,6 @@ PreviewPanel::PreviewPanel()
     , m_open(new FlatButton(tr("Open"), FlatButton::Kind::Plain, this))
 {
     setWindowTitle(tr("Preview"));
-    setWindowIcon(icons::application());
     setAttribute(Qt::WA_QuitOnClose, false);
     m_text->setReadOnly(true);
     m_text->setFrameShape(QFrame::NoFrame);

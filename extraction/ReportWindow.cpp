@@ -1,7 +1,6 @@
 #include "extraction/ReportWindow.h"
 
 #include "widgets/FlatButton.h"
-#include "widgets/Icons.h"
 #include "widgets/Theme.h"
 
 #include <QClipboard>
@@ -18,7 +17,6 @@ ReportWindow::ReportWindow(QWidget* parent)
     , m_text(new QPlainTextEdit(this))
 {
     setWindowTitle(tr("Report"));
-    setWindowIcon(icons::application());
     m_summary->setTextFormat(Qt::PlainText);
     m_summary->setWordWrap(true);
     m_summary->setFont(theme::font(theme::Type::BodyStrong, font()));

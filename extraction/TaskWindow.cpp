@@ -2,7 +2,6 @@
 
 #include "browse/KXEncodePopButton.h"
 #include "extraction/KXTaskListsView.h"
-#include "widgets/Icons.h"
 #include "widgets/Theme.h"
 
 #include <QHBoxLayout>
@@ -30,7 +29,6 @@ TaskWindow::TaskWindow(QWidget* parent)
     , m_btnEncodePopButton(new KXEncodePopButton(m_footer))
 {
     setWindowTitle(tr("Extractions"));
-    setWindowIcon(icons::application());
     m_scroll->setWidget(m_list);
     m_scroll->setWidgetResizable(true);
     m_scroll->setFrameShape(QFrame::NoFrame);

@@ -1,8 +1,10 @@
 #include "widgets/Icons.h"
 
 #include <QFile>
+#include <QIconEngine>
 #include <QPainter>
 #include <QPixmapCache>
+#include <QStyle>
 #include <QSvgRenderer>
 
 #include <array>
@@ -62,9 +64,46 @@ constexpr std::array kFamilies{
     Family{".exe", "archive-exe"},     Family{".bin", "archive-bin"},     Family{".z", "archive-z"},
 };
 
+/// Draws a picture when it is asked for. The toolkit's own engine would load its plug-ins at the start for the same.
+class PictureEngine final : public QIconEngine {
+public:
+    explicit PictureEngine(QString name) : m_name(std::move(name)) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
+    {
+        painter->save();
+        if (mode == QIcon::Disabled)
+            painter->setOpacity(painter->opacity() * 0.4);
+        const int edge = qMin(rect.width(), rect.height());
+        const QRect place = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, QSize(edge, edge), rect);
+        painter->drawPixmap(place, icons::pixmap(m_name, edge, painter->device()->devicePixelRatioF()));
+        painter->restore();
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
+    {
+        return scaledPixmap(size, mode, state, 1);
+    }
+    /// `size` is in pixels of the screen already.
+    QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State state, qreal) override
+    {
+        QPixmap result(size);
+        result.fill(Qt::transparent);
+        QPainter painter(&result);
+        paint(&painter, QRect(QPoint(), size), mode, state);
+        return result;
+    }
+    QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override { return m_sizes; }
+    QIconEngine* clone() const override { return new PictureEngine(m_name); }
+    QString key() const override { return QStringLiteral("vantoro"); }
+
+private:
+    QString m_name;
+    QList<QSize> m_sizes{{16, 16}, {32, 32}, {48, 48}, {128, 128}};
+};
+
 }
 
-QIcon icon(const QString& name) { return QIcon(path(name)); }
+QIcon icon(const QString& name) { return QIcon(new PictureEngine(name)); }
 
 QPixmap pixmap(const QString& name, int edge, qreal devicePixelRatio)
 {

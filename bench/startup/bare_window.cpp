@@ -1,12 +1,15 @@
 #include <QApplication>
 #include <QWidget>
 
-/// What any program with this toolkit costs: a bare window of the task window's size.
+#include <cstdlib>
+
+/// What any program with this toolkit costs: a bare window. bare_window WIDTH HEIGHT
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
     QWidget window;
-    window.resize(520, 160);
+    if (argc > 2)
+        window.resize(std::atoi(argv[1]), std::atoi(argv[2]));
     window.show();
     return QApplication::exec();
 }
