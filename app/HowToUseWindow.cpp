@@ -127,6 +127,7 @@ void HowToUseWindow::addStep(QVBoxLayout* column, const QStringList& pictures, c
     name->setFont(theme::font(theme::Type::BodyStrong, font()));
     auto* words = new QVBoxLayout;
     words->setSpacing(theme::kSpaceXs);
+    words->addStretch(1);
     words->addWidget(name);
     auto* sentence = new QLabel(text, card);
     sentence->setWordWrap(true);

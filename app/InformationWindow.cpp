@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QStackedWidget>
+#include <QStyledItemDelegate>
 #include <QTreeWidget>
 
 #include <array>
@@ -51,10 +52,22 @@ constexpr std::array kLibraries{
     LibraryRow{"Exiv2", QT_TRANSLATE_NOOP("InformationWindow", "Properties of pictures"), "GPL-2.0-or-later"},
 };
 
+/// Rows with air between them.
+class AiryRows final : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(theme::kSpaceM, theme::kSpaceS);
+    }
+};
+
 QTreeWidget* makeTable(const QStringList& headings, const QString& name)
 {
     auto* table = new QTreeWidget;
     table->setHeaderLabels(headings);
+    table->setItemDelegate(new AiryRows(table));
+    table->header()->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
     table->setAccessibleName(name);
     table->setRootIsDecorated(false);
     table->setUniformRowHeights(true);

@@ -232,6 +232,9 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWi
     case PM_CheckBoxLabelSpacing:
     case PM_RadioButtonLabelSpacing:
         return theme::kSpaceS;
+    case PM_MenuHMargin:
+    case PM_MenuVMargin:
+        return theme::kSpaceXs;
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:
         return 0;
