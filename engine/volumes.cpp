@@ -54,7 +54,7 @@ std::string FolderVolumes::find(std::string_view name) const
 {
     if (name.empty() || name.find('/') != std::string_view::npos || name == "." || name == "..")
         return {};
-    const auto exact = m_folder + "/" + std::string(name);
+    auto exact = m_folder + "/" + std::string(name);
     std::error_code error;
     if (std::filesystem::exists(exact, error))
         return exact;

@@ -17,8 +17,8 @@ Timestamp fromCalendar(int year, unsigned month, unsigned day, int hour, int min
         return {};
     Timestamp time;
     time.isSet = true;
-    time.seconds = std::int64_t{std::chrono::sys_days(date).time_since_epoch().count()} * 86400 + hour * 3600
-        + minute * 60 + second - quartersEast * 15 * 60;
+    time.seconds = std::int64_t{std::chrono::sys_days(date).time_since_epoch().count()} * 86400
+        + std::int64_t{hour} * 3600 + std::int64_t{minute} * 60 + second - std::int64_t{quartersEast} * 15 * 60;
     return time;
 }
 

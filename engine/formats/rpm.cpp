@@ -53,7 +53,8 @@ Result<StreamPtr> open(SourcePtr source, const StreamParams& params)
     const auto position = TRY(payloadPosition(*source, params.limits));
     const auto head = TRY(readBlock(*source, position, 6));
     const auto text = asText(head);
-    auto packed = windowStream(source, position, source->size() - std::min(position, source->size()));
+    const auto size = source->size() - std::min(position, source->size());
+    auto packed = windowStream(std::move(source), position, size);
     const CodecParams codec{params.threads, params.limits, params.cancel};
     if (text.starts_with("\x1F\x8B"))
         return openGzip(std::move(packed), codec);

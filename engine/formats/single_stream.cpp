@@ -31,7 +31,7 @@ std::string lastComponent(const std::string& path)
 class SingleStream final : public Archive {
 public:
     SingleStream(const StreamFormatRow& row, SourcePtr source, const OpenContext& context,
-                 StreamFormatRow::Inner described)
+                 const StreamFormatRow::Inner& described)
         : m_row(row)
         , m_source(std::move(source))
         , m_cancel(context.cancel)

@@ -235,7 +235,7 @@ private:
     /// Moves the value over: the string in it then belongs to the library.
     static void set(Variant* target, Variant&& value)
     {
-        std::memcpy(static_cast<void*>(target), &value, sizeof value);
+        std::memcpy(static_cast<void*>(target), static_cast<const void*>(&value), sizeof value);
         value.type = VariantType::Empty;
     }
     static void setTime(Variant* target, const Timestamp& time)

@@ -16,6 +16,14 @@ namespace {
 
 constexpr unsigned kDeepest = 512;
 
+std::string joined(const std::string& folder, const std::string& name)
+{
+    std::string path;
+    path.reserve(folder.size() + 1 + name.size());
+    path.append(folder).append("/").append(name);
+    return path;
+}
+
 struct CloseFolder {
     void operator()(DIR* folder) const { ::closedir(folder); }
 };
@@ -115,7 +123,7 @@ private:
         }
         std::sort(names.begin(), names.end());
         for (const auto& child : names)
-            TRY(add(path + "/" + child, name.empty() ? child : name + "/" + child, depth + 1, true));
+            TRY(add(joined(path, child), name.empty() ? child : joined(name, child), depth + 1, true));
         return {};
     }
 

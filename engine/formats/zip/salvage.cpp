@@ -129,7 +129,7 @@ private:
             m_open->local.size = number(crcAt + 4 + width, width);
             m_found.push_back(*std::move(m_open));
             m_open.reset();
-            return crcAt + 4 + 2 * width;
+            return crcAt + 4 + std::uint64_t{2} * width;
         };
         const auto start = m_open->dataStart;
         for (const auto width : {4U, 8U}) {
@@ -139,7 +139,7 @@ private:
                 continue;
             }
             // Without a signature, directly in front of the next header.
-            const std::uint64_t length = 4 + 2 * width;
+            const auto length = 4 + std::uint64_t{2} * width;
             if (hit.position >= start + length
                 && number(hit.position - 2 * width, width) == hit.position - length - start)
                 return close(hit.position - length, width);

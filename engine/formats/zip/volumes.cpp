@@ -95,7 +95,7 @@ std::optional<std::uint64_t> VolumeSet::locate(std::uint64_t disk, std::uint64_t
     return starts[static_cast<std::size_t>(disk)] + offset;
 }
 
-Result<VolumeSet> openVolumes(SourcePtr opened, const OpenContext& context)
+Result<VolumeSet> openVolumes(const SourcePtr& opened, const OpenContext& context)
 {
     VolumeSet set;
     const auto partNames = namesOfPart(context.name);
