@@ -108,8 +108,8 @@ bool KXUnarchiveWrapper::buildSkeleton()
         if (m_watch.cancel.isCancelled())
             return false;
     }
-    TemporarySweep::removeAside(KXFileWrapper::pathForTemporaryDirectory());
-    return true;
+    TemporarySweep::removeAside(KXFileWrapper::pathForTemporaryDirectory(), m_watch.cancel);
+    return !m_watch.cancel.isCancelled();
 }
 
 std::optional<QByteArray> KXUnarchiveWrapper::itemDataForName(const QString& name, ReadProblem* problem)

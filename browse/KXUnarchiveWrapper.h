@@ -46,7 +46,8 @@ public:
     bool obtainArchiveContents();
     /// First step: sweeps the temporary folder and fills the contents. A tree may be built and shown after it.
     void listContents();
-    /// Second step: makes the placeholders, some 100,000 a second. What cannot be made is left out, as a name that is
+    /// Second step, which may run beside the reading of entries: makes the placeholders, some 100,000 a second, and
+    /// removes what was swept. What cannot be made is left out, as a name that is
     /// too long: the tree shows it all the same. False when it was cancelled.
     bool buildSkeleton();
     /// Entries without a placeholder after buildSkeleton().

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/io/cancel.h"
+
 #include <QString>
 
 namespace vantoro {
@@ -10,8 +12,8 @@ class TemporarySweep {
 public:
     /// Puts the old folders out of the way, which is done at once however much they hold.
     static void putAside(const QString& folder);
-    /// Removes what was put aside, by this run or one before.
-    static void removeAside(const QString& folder);
+    /// Removes what was put aside, by this run or one before; ends early once it is cancelled.
+    static void removeAside(const QString& folder, const CancelToken& cancel = {});
 };
 
 }

@@ -53,7 +53,10 @@ public:
     unsigned count() const override { return 1; }
     LaneReceiver& lane(unsigned) override { return *this; }
     QByteArray takeData() { return std::move(m_data); }
-    const Result<void>& outcome() const { return m_outcome; }
+    /// Nothing before the entry's end, or where it was broken off.
+    const std::optional<Result<void>>& outcome() const { return m_outcome; }
+    /// Has the reading end behind the entry: what follows it in a compressed stream need not be decoded.
+    void stopBehind() { m_stopsBehind = true; }
 
 private:
     Result<Want> begin(const Entry&) override { return Want::Data; }
@@ -70,6 +73,8 @@ private:
     Result<void> end(Result<void> outcome) override
     {
         m_outcome = outcome;
+        if (m_stopsBehind)
+            return Error{ErrorCode::Cancelled, "that was all"};
         return {};
     }
 
@@ -78,7 +83,8 @@ private:
     qint64 m_size = 0;
     std::vector<std::byte> m_room;
     QByteArray m_data;
-    Result<void> m_outcome = Error{ErrorCode::Internal, "the entry was not read"};
+    std::optional<Result<void>> m_outcome;
+    bool m_stopsBehind = false;
 };
 
 /// Passes on what goes wrong and remembers the first of it: where one entry is extracted, that is the answer.
@@ -293,8 +299,12 @@ bool EngineArchive::isEncrypted() const
 Result<void> EngineArchive::readInto(OneEntry& entry, qsizetype index)
 {
     auto& archive = TRY(readable())->archive();
-    TRY(archive.read({.selection = {{static_cast<std::uint64_t>(index)}}}, entry));
-    return entry.outcome();
+    if (!archive.info().listsCheaply)
+        entry.stopBehind();
+    const auto read = archive.read({.selection = {{static_cast<std::uint64_t>(index)}}}, entry);
+    if (entry.outcome())
+        return *entry.outcome();
+    return read ? Error{ErrorCode::Internal, "the entry was not read"} : read;
 }
 
 Result<QByteArray> EngineArchive::contents(qsizetype index, qint64 limit)

@@ -34,7 +34,7 @@ double memory(const QString& process, const char* key)
     if (!status.open(QIODevice::ReadOnly))
         return 0;
     const QByteArray text = status.readAll();
-    return text.mid(text.indexOf(key) + qstrlen(key) + 1).trimmed().split(' ').first().toDouble() / 1024;
+    return text.mid(text.indexOf(key)).simplified().split(' ').at(1).toDouble() / 1024;
 }
 
 class Clock {

@@ -28,10 +28,12 @@ def make_tar(path, entries):
             archive.addfile(tarfile.TarInfo(name(number)))
 
 
-def measure(program, path, home):
-    environment = dict(os.environ, HOME=home, XDG_CACHE_HOME=os.path.join(home, "cache"))
-    result = subprocess.run([program, path], env=environment, capture_output=True, text=True, check=True)
-    return json.loads(result.stdout)
+def measure(program, path):
+    """In a home of its own: nothing that another run left is swept."""
+    with tempfile.TemporaryDirectory(dir=os.path.dirname(path)) as home:
+        environment = dict(os.environ, HOME=home, XDG_CACHE_HOME=os.path.join(home, "cache"))
+        result = subprocess.run([program, path], env=environment, capture_output=True, text=True, check=True)
+        return json.loads(result.stdout)
 
 
 def main():
@@ -49,7 +51,7 @@ def main():
                     continue
                 path = os.path.join(folder, f"{entries}.{kind}")
                 make(path, entries)
-                shown = measure(options.program, path, folder)
+                shown = measure(options.program, path)
                 assert shown["entries"] == entries and shown["error"] == 0, shown
                 assert shown["unplaced"] == 0, shown
                 steps = ("open", "list", "tree")

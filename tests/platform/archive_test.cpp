@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QProcess>
+#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -15,6 +16,7 @@ private slots:
     void namesCannotLeaveAFolder();
     void topDirectoryIsOnlyThereWhenAllShareIt();
     void damagedAndLargeEntriesGiveNothing();
+    void previewsOfAStreamEndBehindTheirEntry();
     void extractsOneEntryBesideWhatIsThere();
     void passwordOpensEntriesAndEncryptedListings_data();
     void passwordOpensEntriesAndEncryptedListings();
@@ -73,6 +75,35 @@ void ArchiveTest::damagedAndLargeEntriesGiveNothing()
     QVERIFY(!archive->contentsOfEntry(1, 4999));
     QCOMPARE(archive->contentsOfEntry(1, 5000)->size(), 5000);
     QCOMPARE(archive->contentsOfEntry(2), QByteArray("good"));
+}
+
+/// The stream is damaged behind the first entry: who reads no further never meets that.
+void ArchiveTest::previewsOfAStreamEndBehindTheirEntry()
+{
+    QRandomGenerator random(1);
+    QByteArray noise(4 << 20, Qt::Uninitialized);
+    std::generate(noise.begin(), noise.end(), [&] { return static_cast<char>(random.generate()); });
+    for (const auto& [name, data] : {std::pair<QString, QByteArray>("a.txt", "first"), {"b.bin", noise}}) {
+        QFile file(path(name));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(data) == data.size());
+    }
+    QProcess program;
+    program.setWorkingDirectory(m_folder.path());
+    program.start("tar", {"-czf", "s.tar.gz", "a.txt", "b.bin"});
+    QVERIFY(program.waitForFinished() && program.exitCode() == 0);
+    const auto archive = XADArchive::initWithFile(path("s.tar.gz"));
+    QVERIFY(archive && archive->numberOfEntries() == 2);
+    QCOMPARE(archive->contentsOfEntry(1), noise);
+    QCOMPARE(archive->contentsOfEntry(0), QByteArray("first")); // backwards, after the reading was ended early
+    QVERIFY(archive->canReadEntry(1, 1000));
+    QFile packed(path("s.tar.gz"));
+    QVERIFY(packed.open(QIODevice::ReadWrite) && packed.resize(packed.size() - 1000));
+    packed.close();
+    const auto damaged = XADArchive::initWithFile(path("s.tar.gz"));
+    QVERIFY(damaged && damaged->listingError() != 0);
+    QCOMPARE(damaged->contentsOfEntry(0), QByteArray("first"));
+    int error = 0;
+    QVERIFY(!damaged->contentsOfEntry(1, noise.size(), &error) && error != 0);
 }
 
 void ArchiveTest::extractsOneEntryBesideWhatIsThere()
