@@ -288,6 +288,8 @@ XADArchiveSummary EngineArchive::summary() const
     summary.hasEncryptedNames = info.hasEncryptedNames;
     summary.isSolid = info.isSolid;
     summary.comment = QString::fromStdString(info.comment);
+    if (info.damage)
+        summary.damage = XADException::describeXADError(XADException::codeForError(*info.damage));
     return summary;
 }
 

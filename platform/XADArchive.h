@@ -48,6 +48,7 @@ struct XADArchiveSummary {
     bool isSolid = false;
     QString nameEncoding; ///< IANA name of what the names were found to be in; empty where they needed no finding
     QString comment;
+    QString damage; ///< what is wrong with the archive as a whole although it was listed, as a sentence; mostly empty
 };
 
 /// An archive opened for looking into: its listing, the data of single entries, the extraction of single entries.

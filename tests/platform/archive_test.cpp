@@ -100,7 +100,7 @@ void ArchiveTest::previewsOfAStreamEndBehindTheirEntry()
     QVERIFY(packed.open(QIODevice::ReadWrite) && packed.resize(packed.size() - 1000));
     packed.close();
     const auto damaged = XADArchive::initWithFile(path("s.tar.gz"));
-    QVERIFY(damaged && damaged->listingError() != 0);
+    QVERIFY(damaged && !damaged->summary().damage.isEmpty());
     QCOMPARE(damaged->contentsOfEntry(0), QByteArray("first"));
     int error = 0;
     QVERIFY(!damaged->contentsOfEntry(1, noise.size(), &error) && error != 0);
