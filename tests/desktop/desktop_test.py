@@ -360,6 +360,21 @@ def services_take_files_over_the_bus(a):
     wait_until(lambda: (a.work / "one.txt").exists() and (a.work / "two.txt").exists(), "the results")
 
 
+def file_manager_menus_extract_where_they_say(a):
+    make_tar(a.work / "one.tar.gz", {"one.txt": b"1"})
+    make_tar(a.work / "two.tar.gz", {"two.txt": b"2"})
+    (a.root / "Desktop").mkdir()
+    (a.root / "target").mkdir()
+    a.launch("--extract-to-desktop", "one.tar.gz")
+    wait_until(lambda: (a.root / "Desktop/one.txt").exists(), "the result on the Desktop")
+    a.run("--extract-ask", "--", "file://%s" % (a.work / "two.tar.gz"))
+    a.wait_for_focus("Please select the extracted destination")
+    a.type(str(a.root / "target"))
+    a.keys("Return")
+    wait_until(lambda: (a.root / "target/two.txt").exists(), "the result in the chosen folder")
+    check(a.names() == ["one.tar.gz", "two.tar.gz"], "nothing stands beside the archives")
+
+
 def desktop_action_has_the_user_choose(a):
     make_tar(a.work / "one.tar.gz", {"one.txt": b"1"})
     a.launch("--service-desktop")
