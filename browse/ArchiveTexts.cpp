@@ -49,6 +49,8 @@ QString summary(const XADArchiveSummary& about)
         parts << Texts::tr("names in %1").arg(about.nameEncoding);
     if (about.volumes > 1)
         parts << Texts::tr("%Ln volumes", nullptr, plural(about.volumes));
+    if (!about.damage.isEmpty())
+        parts << Texts::tr("damaged: %1").arg(about.damage);
     parts.removeAll(QString());
     return parts.join(separator());
 }

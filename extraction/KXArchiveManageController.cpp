@@ -82,7 +82,7 @@ QString KXArchiveManageController::currentArchiveName() const
 
 QString KXArchiveManageController::localizedDescriptionOfError(int error) const
 {
-    return QCoreApplication::translate("XADException", XADException::describeXADError(error).toUtf8().constData());
+    return XADException::describeXADError(error);
 }
 
 QString KXArchiveManageController::stringForXADPath(const XADString& path) const

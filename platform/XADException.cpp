@@ -1,5 +1,7 @@
 #include "platform/XADException.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <array>
 
@@ -59,7 +61,8 @@ QString XADException::describeXADError(int code)
     if (code == 0)
         return {};
     const auto* row = std::ranges::find(kCodes, code, &CodeRow::code);
-    return QString::fromUtf8(describe(row == kCodes.end() ? ErrorCode::Internal : row->error));
+    return QCoreApplication::translate("XADException",
+                                       describe(row == kCodes.end() ? ErrorCode::Internal : row->error));
 }
 
 }

@@ -129,6 +129,10 @@
             <numerusform>%Ln Teile</numerusform>
         </translation>
     </message>
+    <message>
+        <source>damaged: %1</source>
+        <translation>beschädigt: %1</translation>
+    </message>
 </context>
 <context>
     <name>Charset</name>

@@ -129,6 +129,10 @@
             <numerusform>%Ln volúmenes</numerusform>
         </translation>
     </message>
+    <message>
+        <source>damaged: %1</source>
+        <translation>dañado: %1</translation>
+    </message>
 </context>
 <context>
     <name>Charset</name>

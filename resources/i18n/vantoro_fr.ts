@@ -129,6 +129,10 @@
             <numerusform>%Ln volumes</numerusform>
         </translation>
     </message>
+    <message>
+        <source>damaged: %1</source>
+        <translation>endommagé : %1</translation>
+    </message>
 </context>
 <context>
     <name>Charset</name>

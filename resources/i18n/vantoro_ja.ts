@@ -125,6 +125,10 @@
             <numerusform>%Ln 分割</numerusform>
         </translation>
     </message>
+    <message>
+        <source>damaged: %1</source>
+        <translation>破損: %1</translation>
+    </message>
 </context>
 <context>
     <name>Charset</name>

@@ -125,6 +125,10 @@
             <numerusform>%Ln 个分卷</numerusform>
         </translation>
     </message>
+    <message>
+        <source>damaged: %1</source>
+        <translation>已损坏：%1</translation>
+    </message>
 </context>
 <context>
     <name>Charset</name>
