@@ -29,14 +29,6 @@ struct EntryFront {
 };
 static_assert(std::has_unique_object_representations_v<EntryFront>, "no gap that would show what lay there before");
 
-std::array<std::string_view, kTexts> textsOf(const Entry& entry)
-{
-    std::array texts{entry.name, entry.linkTarget, entry.owner, entry.group, entry.method, entry.comment};
-    for (auto& text : texts)
-        text = text.substr(0, kMaxText);
-    return texts;
-}
-
 std::size_t sizeOf(const ExtendedAttribute& attribute)
 {
     return 2 * sizeof(std::uint32_t) + attribute.name.size() + attribute.value.size();
@@ -55,13 +47,6 @@ std::span<const ExtendedAttribute> fittingAttributes(const Entry& entry, std::si
     return entry.attributes.first(count);
 }
 
-std::size_t sizeWithTexts(const Entry& entry)
-{
-    std::size_t size = sizeof(EntryFront);
-    for (const auto text : textsOf(entry))
-        size += text.size();
-    return size;
-}
 static_assert(sizeof(EntryFront) + kTexts * kMaxText < kMaxRecord);
 
 constexpr unsigned timeShift(std::size_t number) { return static_cast<unsigned>(2 * number); }
@@ -162,27 +147,33 @@ private:
 
 }
 
-std::size_t encodedSize(const Entry& entry)
+EntryEncoder::EntryEncoder(const Entry& entry)
+    : m_entry(entry)
+    , m_texts{entry.name, entry.linkTarget, entry.owner, entry.group, entry.method, entry.comment}
+    , m_size(sizeof(EntryFront))
 {
-    auto size = sizeWithTexts(entry);
-    for (const auto& attribute : fittingAttributes(entry, kMaxRecord - size))
-        size += sizeOf(attribute);
-    return size;
+    for (auto& text : m_texts) {
+        text = text.substr(0, kMaxText);
+        m_size += text.size();
+    }
+    if (entry.attributes.empty())
+        return;
+    m_attributes = fittingAttributes(entry, kMaxRecord - m_size);
+    for (const auto& attribute : m_attributes)
+        m_size += sizeOf(attribute);
 }
 
-void encodeEntry(const Entry& entry, Bytes room)
+void EntryEncoder::write(Bytes room) const
 {
-    const auto texts = textsOf(entry);
-    const auto attributes = fittingAttributes(entry, kMaxRecord - sizeWithTexts(entry));
-    auto front = frontOf(entry);
-    std::transform(texts.begin(), texts.end(), front.textLengths.begin(),
+    auto front = frontOf(m_entry);
+    std::transform(m_texts.begin(), m_texts.end(), front.textLengths.begin(),
                    [](std::string_view text) { return static_cast<std::uint32_t>(text.size()); });
-    front.attributeCount = static_cast<std::uint16_t>(attributes.size());
+    front.attributeCount = static_cast<std::uint16_t>(m_attributes.size());
     Filler out(room);
     out.put(&front, sizeof front);
-    for (const auto text : texts)
+    for (const auto text : m_texts)
         out.put(text.data(), text.size());
-    for (const auto& attribute : attributes) {
+    for (const auto& attribute : m_attributes) {
         out.putLength(attribute.name.size());
         out.putLength(attribute.value.size());
         out.put(attribute.name.data(), attribute.name.size());

@@ -62,10 +62,19 @@ struct RecordHeader {
 /// No record is larger: what an archive adds to its entries beyond that stays behind.
 constexpr std::size_t kMaxRecord = 640 << 10;
 
-/// What encodeEntry() needs as room.
-std::size_t encodedSize(const Entry& entry);
-/// Into the front of `room`: a listing's entries are written where the other process reads them.
-void encodeEntry(const Entry& entry, Bytes room);
+/// An entry on its way out: written where the other process reads it, so its size is asked for first.
+class EntryEncoder {
+public:
+    explicit EntryEncoder(const Entry& entry);
+    std::size_t size() const { return m_size; }
+    void write(Bytes room) const;
+
+private:
+    const Entry& m_entry;
+    std::array<std::string_view, 6> m_texts;
+    std::span<const ExtendedAttribute> m_attributes;
+    std::size_t m_size;
+};
 
 /// Takes entries that the worker sent. Keeps a private copy of the block, which nobody changes while it is used, and
 /// one memory for all entries.

@@ -74,9 +74,9 @@ void RingWriter::put(RecordType type, ConstBytes payload)
 
 void RingWriter::putEntry(const Entry& entry)
 {
-    const auto length = encodedSize(entry);
-    encodeEntry(entry, reserve(length));
-    commit(RecordType::Entry, length);
+    const EntryEncoder encoder(entry);
+    encoder.write(reserve(encoder.size()));
+    commit(RecordType::Entry, encoder.size());
 }
 
 void RingWriter::wakeReader()

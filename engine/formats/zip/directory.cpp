@@ -6,7 +6,7 @@ namespace vantoro::zip {
 
 namespace {
 
-constexpr std::size_t kReadStep = 4 << 20; // more than the longest header
+constexpr std::size_t kReadStep = 512 << 10; // more than the longest header, and little enough to stay in the cache
 constexpr std::uint64_t kHeaderBlocks = 16; // the directory may take this many of Limits::headerBlock
 constexpr std::uint16_t kVersionNeeded = 45;
 constexpr std::uint64_t kNowhere = ~std::uint64_t{0};
@@ -53,6 +53,7 @@ Result<void> Directory::read(const ByteSource& source, std::uint64_t length, con
         return Error{ErrorCode::LimitExceeded, "zip: size of the directory"};
     m_bytes.reserve(static_cast<std::size_t>(length)); // address space; the file really has that many bytes
     m_headers.reserve(static_cast<std::size_t>(std::min(end.entries, length / kDirectorySize)));
+    m_isOrderly = m_starts.size() == 1;
     std::size_t parsed = 0;
     while (parsed < length) {
         const auto step = static_cast<std::size_t>(std::min<std::uint64_t>(kReadStep, length - m_bytes.size()));
@@ -62,7 +63,7 @@ Result<void> Directory::read(const ByteSource& source, std::uint64_t length, con
         m_bytes.resize(from + step);
         TRY(source.readExactly(m_position + from, Bytes(m_bytes).subspan(from)));
         while (parsed < m_bytes.size()) {
-            const auto header = DirectoryHeader::lengthOf(ConstBytes(m_bytes).subspan(parsed));
+            const auto header = DirectoryHeader::parse(ConstBytes(m_bytes).subspan(parsed));
             if (!header && header.error().code != ErrorCode::Truncated) {
                 m_isDamaged = end.entries != m_headers.size(); // otherwise a digital signature of the directory
                 return {};
@@ -72,12 +73,21 @@ Result<void> Directory::read(const ByteSource& source, std::uint64_t length, con
             if (m_headers.size() >= limits.entries)
                 return Error{ErrorCode::LimitExceeded, "zip: number of entries"};
             m_headers.push_back(parsed);
-            parsed += *header;
+            parsed += header->length;
+            follow(*header);
         }
     }
     const auto count = end.countsWrap ? m_headers.size() & kSaturated16 : m_headers.size();
     m_isDamaged = parsed != length || count != end.entries;
     return {};
+}
+
+void Directory::follow(const DirectoryHeader& header)
+{
+    const auto limit = std::numeric_limits<std::uint64_t>::max() / 4; // so that no sum overflows
+    m_isOrderly = m_isOrderly && header.localOffset >= m_dataEnd && header.localOffset < limit && header.packed < limit;
+    if (m_isOrderly)
+        m_dataEnd = header.localOffset + kLocalSize + header.packed;
 }
 
 /// Offsets count from the start of the archive, which need not be that of the file.
@@ -200,6 +210,8 @@ bool isContradicted(const ByteSource& source, const Directory& directory, const 
 Result<void> checkOverlaps(const Directory& directory, const ByteSource& source)
 {
     constexpr std::uint64_t kTolerated = 2; // harmless archives with this much exist
+    if (directory.isOrderly())
+        return {};
     std::vector<Range> ranges;
     ranges.reserve(directory.size());
     for (std::size_t i = 0; i < directory.size(); ++i) {

@@ -21,6 +21,8 @@ public:
     /// False also for a claim that cannot be true: more data than the file has, or than the method can make of them.
     bool isSizeCredible(std::size_t index, const DirectoryHeader& header, std::uint64_t sourceSize) const;
     bool isDamaged() const { return m_isDamaged; }
+    /// The entries' data follow one another in the directory's order and end in front of it.
+    bool isOrderly() const { return m_isOrderly && m_dataEnd + m_base <= m_position; }
     /// Where in the source it begins.
     std::uint64_t position() const { return m_position; }
 
@@ -33,6 +35,7 @@ public:
 private:
     Result<void> read(const ByteSource& source, std::uint64_t length, const EndRecord& end, const Limits& limits);
     void addHeader(ConstBytes header);
+    void follow(const DirectoryHeader& header);
     void findBase(const VolumeSet& volumes, const EndRecord& end);
 
     std::vector<std::byte> m_bytes;
@@ -41,6 +44,8 @@ private:
     std::vector<std::size_t> m_unknownSizes; // ascending
     std::uint64_t m_base = 0; // to be added to all offsets: something was put in front of the archive
     std::uint64_t m_position = 0;
+    std::uint64_t m_dataEnd = 0; // of the entries so far, as far as they are orderly
+    bool m_isOrderly = false;
     bool m_isDamaged = false;
 };
 

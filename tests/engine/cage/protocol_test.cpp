@@ -7,8 +7,9 @@ namespace {
 
 std::vector<std::byte> encoded(const Entry& entry)
 {
-    std::vector<std::byte> block(encodedSize(entry));
-    encodeEntry(entry, block);
+    const EntryEncoder encoder(entry);
+    std::vector<std::byte> block(encoder.size());
+    encoder.write(block);
     return block;
 }
 
@@ -59,7 +60,7 @@ TEST(Protocol, whatIsTooMuchForARecordStaysBehind)
     for (auto* field : {&entry.name, &entry.linkTarget, &entry.owner, &entry.group, &entry.method, &entry.comment})
         *field = text;
     entry.attributes = attributes;
-    EXPECT_LE(encodedSize(entry), kMaxRecord);
+    EXPECT_LE(EntryEncoder(entry).size(), kMaxRecord);
     EntryParser parser;
     ASSERT_TRUE(parser.parse(encoded(entry), {}));
     EXPECT_EQ(parser.entry().comment, text);
