@@ -7,11 +7,14 @@ namespace vantoro {
 
 /// What all files of a job have in common.
 struct WriterSettings {
-    int hiddenFolder = -1; ///< files are made here and renamed when whole; -1: made where they belong
+    /// Files get their names when they are whole; made here where the file system knows none without a name. -1: made
+    /// where they belong.
+    int hiddenFolder = -1;
     std::string originUrl; ///< mark of the archive that every file inherits; empty: none
     bool keepsBroken = false;
     bool reservesSpace = false; ///< the file system gains from fallocate
     std::atomic<unsigned> nextHiddenName{0};
+    std::atomic<bool> hasUnnamedFiles{true}; ///< until the file system says otherwise
 };
 
 /// Writes one file after another: created with its final mode, written, dated, closed. One thread.
@@ -51,10 +54,15 @@ public:
 
 private:
     Result<void> create();
+    bool createUnnamed(mode_t mode);
     Result<void> reserve(std::uint64_t upTo);
     void setAttributes();
     Result<void> seal();
+    Result<void> complete();
+    Result<void> finishNamed();
+    Result<void> finishUnnamed();
     Result<void> moveIntoPlace();
+    int takeName();
     Result<void> unlink();
     bool isHidden() const { return m_settings.hiddenFolder >= 0; }
     int folder() const { return isHidden() ? m_settings.hiddenFolder : m_plan.folder->get(); }
@@ -70,6 +78,8 @@ private:
     std::uint64_t m_size = 0;
     std::uint64_t m_reserved = 0;
     bool m_endsInHole = false;
+    bool m_linksDescriptors = true;
+    bool m_isUnnamed = false; ///< nobody sees the file, and it is gone when it is closed
 };
 
 }
