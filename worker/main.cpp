@@ -2,6 +2,7 @@
 #include "engine/cage/confinement.h"
 #include "engine/cage/worker.h"
 #include "engine/cage/worker_process.h"
+#include "engine/io/late_library.h"
 #include "engine/preload.h"
 #include "engine/registry.h"
 
@@ -23,6 +24,17 @@ void preload(vantoro::cage::Libraries libraries)
     }
 }
 
+/// An image that starts like a compressed file is not left to the reader of the next best format because the library
+/// for it was not loaded: whoever started us starts a worker that has it.
+vantoro::Result<vantoro::ArchivePtr> openForCertain(const vantoro::SourcePtr& source,
+                                                    const vantoro::OpenContext& context)
+{
+    auto archive = vantoro::openSource(source, context);
+    if (archive && vantoro::wasLibraryMissed())
+        return vantoro::Error{vantoro::ErrorCode::UnsupportedFeature, "the worker lacks a library"};
+    return archive;
+}
+
 }
 
 int main(int argc, char** argv)
@@ -34,6 +46,8 @@ int main(int argc, char** argv)
     preload(needs.libraries);
     vantoro::Limits limits;
     limits.dictionary = needs.dictionary;
+    const bool hasAll = needs.libraries == vantoro::cage::Libraries::All;
+    const auto openArchive = hasAll ? &vantoro::openSource : &openForCertain;
     const auto steps = vantoro::cage::confineThisProcess(vantoro::cage::kWorkerMemory, limits.dictionary);
-    return vantoro::cage::serve(&vantoro::openSource, steps, limits);
+    return vantoro::cage::serve(openArchive, steps, limits);
 }

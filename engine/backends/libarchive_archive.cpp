@@ -226,16 +226,24 @@ private:
     std::vector<ExtendedAttribute> m_attributes; // of the entry in hand
 };
 
+Result<ArchivePtr> open(const LibarchiveFormat& format, SourcePtr source, StreamFactory stream,
+                        const OpenContext& context)
+{
+    if (!libarchiveLibrary.load())
+        return Error{ErrorCode::UnsupportedFeature, "libarchive: not installed"};
+    return ArchivePtr(std::make_unique<LibarchiveArchive>(format, std::move(source), std::move(stream), context));
+}
+
 }
 
 Result<ArchivePtr> openWithLibarchive(const LibarchiveFormat& format, SourcePtr source, const OpenContext& context)
 {
-    return ArchivePtr(std::make_unique<LibarchiveArchive>(format, std::move(source), nullptr, context));
+    return open(format, std::move(source), nullptr, context);
 }
 
 Result<ArchivePtr> openWithLibarchive(const LibarchiveFormat& format, StreamFactory stream, const OpenContext& context)
 {
-    return ArchivePtr(std::make_unique<LibarchiveArchive>(format, nullptr, std::move(stream), context));
+    return open(format, nullptr, std::move(stream), context);
 }
 
 }

@@ -56,8 +56,6 @@ Result<std::unique_ptr<LibarchiveSession>> LibarchiveSession::start(const Libarc
                                                                     LibarchiveInput input, const Limits& limits)
 {
     useUtf8ForLibraries();
-    if (!libarchiveLibrary.load())
-        return Error{ErrorCode::UnsupportedFeature, "libarchive: not installed"};
     std::unique_ptr<LibarchiveSession> session(new LibarchiveSession(format, std::move(input), limits));
     session->m_reader = archive_read_new();
     if (!session->m_reader)

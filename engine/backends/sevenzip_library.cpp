@@ -1,6 +1,7 @@
 #include "engine/backends/sevenzip_library.h"
 
 #include "engine/backends/library_locale.h"
+#include "engine/io/late_library.h"
 
 #include <array>
 #include <cerrno>
@@ -42,6 +43,7 @@ Result<Library> findLibrary()
         if (found.error().osError == 0)
             reason = found.error(); // it is there, but cannot be used
     }
+    noteMissedLibrary();
     return reason;
 }
 

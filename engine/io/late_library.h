@@ -7,6 +7,10 @@
 
 namespace vantoro {
 
+/// Whether anything has asked for a library that could not be loaded: what was done without it may be second best.
+bool wasLibraryMissed();
+void noteMissedLibrary();
+
 /// A shared library that is loaded when something in it is called for the first time, and not at every start: most
 /// runs need none of the large ones. Where files can no longer be opened by then, load() goes before.
 class LateLibrary {

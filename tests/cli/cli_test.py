@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
 """The command line's contract: statuses, streams, questions. usage: cli_test.py PATH_TO/vantoro-cli"""
+import gzip
 import json
 import os
 import pty
@@ -57,6 +58,13 @@ class Cli(unittest.TestCase):
         self.assertEqual(set(rows["one.txt"]), {"index", "name", "kind", "size", "packed", "mtime", "mode", "link",
                                                 "encrypted", "method", "crc", "sha256"})
         self.assertEqual(os.listdir(self.dir), ["a.zip"])
+
+    def test_finds_in_a_compressed_file_what_only_a_large_library_reads(self):
+        member = b"%-16s%-12d%-6d%-6d%-8o%-10d`\n" % (b"a.txt/", 0, 0, 0, 0o644, 4) + b"data"
+        with gzip.open(self.path("x.a.gz"), "wb") as packed:
+            packed.write(b"!<arch>\n" + member)
+        result = self.run_cli("list", "--json", self.path("x.a.gz"))
+        self.assertEqual([json.loads(line)["name"] for line in result.stdout.splitlines()], ["a.txt"], result.stderr)
 
     def test_extracts_beside_the_archive_with_a_folder_only_where_it_is_needed(self):
         self.zip("single.zip", {"only.txt": b"x"})

@@ -35,6 +35,27 @@ TEST(Damage, takesTheTornEntryAndLeavesTheRest)
     }
 }
 
+// Small files are written by two threads then.
+TEST(Damage, amongManyFilesOfADecoderElsewhereTakesItsOwnAlone)
+{
+    for (const auto mode : {FolderMode::Auto, FolderMode::Never}) {
+        std::vector<FakeEntry> entries;
+        for (int i = 0; i < 2000; ++i)
+            entries.push_back(i % 10 == 3 ? torn("t" + std::to_string(i)) : file("f" + std::to_string(i)));
+        const TempFolder destination;
+        FakeArchive archive(entries);
+        archive.facts.decodesElsewhere = true;
+        RecordingDelegate delegate;
+        const auto report = extractInto(destination.path(), archive, delegate, {.folder = mode, .lanes = 1});
+        ASSERT_TRUE(report);
+        EXPECT_EQ(report->problemCount, 200U);
+        EXPECT_EQ(report->entries, 1800U);
+        const auto tree = treeOf(mode == FolderMode::Auto ? destination / "arc" : destination.path());
+        EXPECT_EQ(tree.size(), 1800U);
+        EXPECT_TRUE(std::all_of(tree.begin(), tree.end(), [](const auto& item) { return item.first[0] == 'f'; }));
+    }
+}
+
 TEST(Damage, isKeptUnderAnotherNameWhenWished)
 {
     for (const auto mode : {FolderMode::Auto, FolderMode::Never}) {

@@ -45,6 +45,7 @@ TEST(Running, writesTheSameOverEveryWay)
         for (const bool usesRoom : {true, false}) {
             const TempFolder destination;
             FakeArchive archive(entries);
+            archive.facts.decodesElsewhere = !usesRoom;
             archive.lanesUsed = lanes;
             archive.usesRoom = usesRoom;
             archive.blockSize = usesRoom ? 300'000 : 2'000'000;
