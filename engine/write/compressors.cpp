@@ -175,10 +175,13 @@ public:
         ZSTD_CCtx_setParameter(m_context.get(), ZSTD_c_compressionLevel, level);
         ZSTD_CCtx_setParameter(m_context.get(), ZSTD_c_checksumFlag, 1);
         ZSTD_CCtx_setParameter(m_context.get(), ZSTD_c_nbWorkers, static_cast<int>(threads));
-        // Small jobs let the second worker start early.
+        // Small jobs let the second worker start early; half a window of what came before keeps them from costing size.
         constexpr std::uint64_t kJob = 2 << 20;
-        if (threads > 1 && (expectedSize == 0 || expectedSize > kJob))
+        constexpr int kHalfWindow = 8;
+        if (threads > 1 && (expectedSize == 0 || expectedSize > kJob)) {
             ZSTD_CCtx_setParameter(m_context.get(), ZSTD_c_jobSize, static_cast<int>(kJob));
+            ZSTD_CCtx_setParameter(m_context.get(), ZSTD_c_overlapLog, kHalfWindow);
+        }
     }
     Result<void> write(ConstBytes block) override { return run(block, ZSTD_e_continue); }
     Result<void> finish() override { return run({}, ZSTD_e_end); }

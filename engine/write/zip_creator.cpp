@@ -19,6 +19,10 @@ namespace {
 using Block = std::vector<std::byte>;
 constexpr std::uint64_t kWholeLimit = 4 << 20; // files up to here are compressed in one go
 constexpr std::size_t kPieceSize = 1 << 20; // of larger ones
+// Small files share a job: handing one over costs as much as packing a few kilobytes.
+constexpr std::uint64_t kLargestBatch = 256 << 10, kSmallestBatch = 16 << 10;
+constexpr std::uint64_t kEntryWeight = 1 << 10; // opening and closing, in bytes packed meanwhile
+constexpr std::uint64_t kKeyWeight = 64 << 10; // deriving a key
 constexpr std::size_t kSampleSize = 64 << 10;
 constexpr std::uint64_t kWideFrom = 0xF0000000; // sizes from here get room for 64 bits in the local header
 
@@ -79,11 +83,18 @@ public:
         m_out = &out;
         m_log = &log;
         m_level = levelOf(options.level);
-        OrderedJobs<Packed> jobs(options.threads, [this](Packed packed) { return take(std::move(packed)); });
+        m_batchLimit
+            = std::clamp(sources.totalSize / (std::uint64_t{16} * options.threads), kSmallestBatch, kLargestBatch);
+        Jobs jobs(options.threads, [this](std::vector<Packed> batch) -> Result<void> {
+            for (auto& packed : batch)
+                TRY(take(std::move(packed)));
+            return {};
+        });
         for (const auto& item : sources.items) {
             TRY(options.cancel.check());
             TRY(add(item, jobs));
         }
+        TRY(addBatch(jobs));
         TRY(jobs.finish());
         const auto start = out.position();
         TRY(out.write(m_directory));
@@ -91,20 +102,40 @@ public:
     }
 
 private:
+    using Jobs = OrderedJobs<std::vector<Packed>>;
+
     static int levelOf(std::optional<unsigned> level)
     {
         constexpr std::array kScale = {0, 1, 2, 3, 4, 5, 6, 8, 9, 12};
         return level ? kScale[std::min(*level, 9U)] : 6;
     }
 
-    Result<void> add(const SourceItem& item, OrderedJobs<Packed>& jobs)
+    Result<void> addBatch(Jobs& jobs)
+    {
+        if (m_batch.empty())
+            return {};
+        m_batchWeight = 0;
+        return jobs.add([this, batch = std::exchange(m_batch, {})] {
+            std::vector<Packed> done;
+            done.reserve(batch.size());
+            for (const auto* item : batch) {
+                if (m_options->cancel.isCancelled())
+                    break;
+                done.push_back(packWhole(*item));
+            }
+            return done;
+        });
+    }
+
+    Result<void> add(const SourceItem& item, Jobs& jobs)
     {
         if (item.name.size() > 0xFFFF - 1) {
             m_log->problem(item, {ErrorCode::UnsafeName, "zip: the name is too long"});
             return {};
         }
         if (item.kind != EntryKind::File || item.size <= kWholeLimit)
-            return jobs.add([this, &item] { return packWhole(item); });
+            return addToBatch(item, jobs);
+        TRY(addBatch(jobs));
         auto opened = SourceReader::open(item);
         if (!opened) {
             m_log->problem(item, opened.error());
@@ -116,9 +147,22 @@ private:
         for (std::uint64_t position = 0; position < size; position += kPieceSize) {
             TRY(m_options->cancel.check());
             const bool isLast = position + kPieceSize >= size;
-            TRY(jobs.add([=, this, &item] { return packPiece(item, *reader, position, isLast, isStored); }));
+            TRY(jobs.add([=, this, &item] {
+                std::vector<Packed> piece;
+                piece.push_back(packPiece(item, *reader, position, isLast, isStored));
+                return piece;
+            }));
         }
         return {};
+    }
+
+    Result<void> addToBatch(const SourceItem& item, Jobs& jobs)
+    {
+        m_batch.push_back(&item);
+        m_batchWeight += kEntryWeight + (item.kind == EntryKind::File ? item.size : 0);
+        if (isEncrypted(item))
+            m_batchWeight += kKeyWeight;
+        return m_batchWeight >= m_batchLimit ? addBatch(jobs) : Result<void>();
     }
 
     static bool samplesAreIncompressible(const SourceReader& reader)
@@ -234,8 +278,11 @@ private:
         }
         if (packed.error)
             m_log->problem(*packed.item, *packed.error); // the entry ends where the file did
-        m_record.crc
-            = static_cast<std::uint32_t>(::crc32_combine(m_record.crc, packed.crc, static_cast<z_off_t>(packed.size)));
+        if (packed.isFirst)
+            m_record.crc = packed.crc;
+        else
+            m_record.crc = static_cast<std::uint32_t>(
+                ::crc32_combine(m_record.crc, packed.crc, static_cast<z_off_t>(packed.size)));
         m_record.size += packed.size;
         TRY(put(packed));
         m_log->addBytes(packed.item->kind == EntryKind::File ? packed.size : 0);
@@ -301,6 +348,8 @@ private:
     OutputFile* m_out = nullptr;
     CreateLog* m_log = nullptr;
     int m_level = 6;
+    std::vector<const SourceItem*> m_batch; // files that wait for more to share a job with
+    std::uint64_t m_batchWeight = 0, m_batchLimit = kLargestBatch;
     Block m_directory;
     std::uint64_t m_count = 0;
     ZipRecord m_record; // of the entry that is being written
