@@ -87,6 +87,7 @@ QLayout* KXArchiveContentsViewController::makeFilterRow()
     m_filterField->setClearButtonEnabled(true);
     m_filterField->setMaximumWidth(kFilterWidth);
     m_filterGlyph = m_filterField->addAction(QIcon(), QLineEdit::LeadingPosition);
+    m_filterGlyph->setText(tr("Filter by name"));
     m_filterDelay->setSingleShot(true);
     m_filterDelay->setInterval(kFilterDelayMs);
     auto* open = new FlatButton(tr("Open…"), FlatButton::Kind::Plain, this);
@@ -165,12 +166,9 @@ void KXArchiveContentsViewController::closePreview()
 
 void KXArchiveContentsViewController::addShortcuts()
 {
-    const auto add = [this](const QKeySequence& keys, auto action) {
-        auto* shortcut = new QShortcut(keys, this);
-        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-        connect(shortcut, &QShortcut::activated, this, action);
-    };
-    add(QKeySequence::Find, [this] { m_filterField->setFocus(Qt::ShortcutFocusReason); });
+    auto* find = new QShortcut(QKeySequence::Find, this);
+    find->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(find, &QShortcut::activated, m_filterField, [this] { m_filterField->setFocus(Qt::ShortcutFocusReason); });
 }
 
 void KXArchiveContentsViewController::applyType()

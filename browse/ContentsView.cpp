@@ -43,7 +43,18 @@ void KXArchiveContentsViewController::View::showWhileExecuting(OverlayTask task)
             WorkProgress progress(work);
             block(progress);
         },
-        std::move(task.finished));
+        [this, finished = std::move(task.finished)] {
+            finished();
+            keepKeyboard();
+        });
+}
+
+/// A dialog that went before the work began leaves the keyboard with nobody.
+void KXArchiveContentsViewController::View::keepKeyboard()
+{
+    const auto* focused = m_page.window()->focusWidget();
+    if (m_page.m_outlineView->isVisible() && (!focused || !m_page.isAncestorOf(focused)))
+        m_page.m_outlineView->setFocus();
 }
 
 void KXArchiveContentsViewController::View::endOverlay()

@@ -30,6 +30,8 @@ public:
     void endOverlay();
 
 private:
+    void keepKeyboard();
+
     KXArchiveContentsViewController& m_page;
     QPointer<ProgressOverlay> m_HUD;
 };

@@ -10,7 +10,7 @@ import subprocess
 import tempfile
 import time
 
-TOOLS = ("Xvfb", "openbox", "xdotool", "dbus-daemon", "dbus-monitor", "gdbus", "xev",
+TOOLS = ("Xvfb", "openbox", "xdotool", "dbus-daemon", "dbus-monitor", "gdbus", "xev", "xprop",
          "7z")
 APPLICATION = "org.vantoro.vantoro"
 OBJECT = "/org/vantoro/vantoro"
@@ -49,7 +49,21 @@ class Desktop:
         self.environment = {key: value for key, value in os.environ.items()
                             if not key.startswith(("XDG_", "QT_", "DBUS_", "WAYLAND"))}
         self.environment.update(DISPLAY=self.display, LANG="C.UTF-8", NO_AT_BRIDGE="1")
-        self._start(["openbox", "--sm-disable"], env=self.environment)
+        self._start_window_manager()
+
+    def _start_window_manager(self):
+        """Waited for, and started again: on a busy machine it may miss the server's first moments."""
+        for _ in range(5):
+            child = self._start(["openbox", "--sm-disable"], env=self.environment)
+            with contextlib.suppress(Failure):
+                wait_until(lambda: child.poll() is not None or self._is_managed(), "the window manager", 10)
+            if child.poll() is None:
+                return
+
+    def _is_managed(self):
+        seen = subprocess.run(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], env=self.environment,
+                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+        return "window id" in seen.stdout
 
     def _start(self, command, **options):
         child = subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, **options)
