@@ -4,8 +4,10 @@
 #include "compress/KXPackViewController.h"
 #include "compress/PackTable.h"
 #include "compress/PreviewPanel.h"
+#include "tests/support/ScriptedPanels.h"
 #include "widgets/Appearance.h"
 #include "widgets/FlatButton.h"
+#include "widgets/Icons.h"
 #include "widgets/MASPreferencesWindowController.h"
 #include "widgets/PasswordField.h"
 #include "widgets/Translation.h"
@@ -15,6 +17,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -58,6 +61,11 @@ QStringList makeFiles(const QTemporaryDir& folder)
         if (!file.open(QIODevice::WriteOnly))
             qFatal("cannot write %s", qPrintable(path));
         file.resize(size);
+        if (path.endsWith(QLatin1String(".flac"))) {
+            QByteArray noise(size, Qt::Uninitialized);
+            QRandomGenerator(1).fillRange(reinterpret_cast<quint32*>(noise.data()), noise.size() / 4);
+            file.write(noise);
+        }
         const QString top = QString::fromUtf8(name).section(QLatin1Char('/'), 0, 0);
         paths += root.filePath(top);
     }
@@ -83,6 +91,14 @@ private:
     QString m_scheme;
 };
 
+/// Stands for the other page of the window.
+class OtherPage final : public MASPreferencesViewController {
+    QString identifier() const override { return QStringLiteral("Extract"); }
+    QIcon toolbarItemImage() const override { return icons::icon(QStringLiteral("extract")); }
+    QString toolbarItemLabel() const override { return QStringLiteral("Extract"); }
+    QWidget* view() override { return new QWidget; }
+};
+
 template <class Widget> Widget* find(QWidget& in, const char* name)
 {
     for (auto* widget : in.findChildren<Widget*>()) {
@@ -92,11 +108,32 @@ template <class Widget> Widget* find(QWidget& in, const char* name)
     qFatal("no %s", name);
 }
 
+/// Starts, looks, and stops again.
+void takeProgressPicture(const Pictures& pictures, KXPackViewController& page, QWidget& window, ScriptedPanels& panels)
+{
+    const QTemporaryDir out;
+    panels.choose(out.path());
+    find<QComboBox>(page, "Format")->setCurrentIndex(1); // 7z
+    page.toggleAchive();
+    settle(400);
+    pictures.save(window, QStringLiteral("progress"));
+    for (auto* button : window.findChildren<FlatButton*>()) {
+        if (button->text() == QLatin1String("Cancel") && button->isVisible())
+            button->click();
+    }
+    while (page.isBusy())
+        settle(50);
+}
+
 void takePictures(const Pictures& pictures, const QStringList& files)
 {
     NoHost host;
     auto& page = *new KXPackViewController(host); // the window's soon
-    auto tabbed = MASPreferencesWindowController::initWithViewControllers({&page}, QStringLiteral("Vantoro"));
+    ScriptedPanels panels;
+    page.setPanels(&panels);
+    OtherPage other;
+    auto tabbed = MASPreferencesWindowController::initWithViewControllers({&other, &page}, QStringLiteral("Vantoro"));
+    tabbed->selectControllerAtIndex(1);
     QWidget& window = *tabbed->window();
     window.resize(720, 500);
     window.show();
@@ -115,6 +152,7 @@ void takePictures(const Pictures& pictures, const QStringList& files)
     options->startButton()->click();
     pictures.save(*options, QStringLiteral("options"));
     options->cancelButton()->click();
+    takeProgressPicture(pictures, page, window, panels);
     kinds->setCurrentIndex(kinds->findText(QStringLiteral("tar.gz")));
     window.resize(560, 420);
     pictures.save(window, QStringLiteral("narrow"));
