@@ -4,9 +4,12 @@
 
 #include <QCoreApplication>
 
+#ifdef VANTORO_HAS_ZXCVBN
 #include <zxcvbn.h>
+#endif
 
 namespace vantoro {
+#ifdef VANTORO_HAS_ZXCVBN
 namespace {
 
 // In bits: what a graphics card guesses against an archive's key derivation in an hour, a month, and many years.
@@ -16,6 +19,8 @@ constexpr double kStrongFrom = 56;
 constexpr int kLongest = 64; // the estimate's cost grows with the square of the length
 
 }
+
+bool knowsPasswordStrength() { return true; }
 
 PasswordStrength passwordStrength(const QString& password)
 {
@@ -30,6 +35,11 @@ PasswordStrength passwordStrength(const QString& password)
         return PasswordStrength::Fair;
     return bits < kStrongFrom ? PasswordStrength::Good : PasswordStrength::Strong;
 }
+#else
+bool knowsPasswordStrength() { return false; }
+
+PasswordStrength passwordStrength(const QString&) { return PasswordStrength::None; }
+#endif
 
 QString passwordStrengthText(PasswordStrength strength)
 {
