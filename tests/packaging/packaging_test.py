@@ -149,6 +149,12 @@ class InstalledTree(unittest.TestCase):
     def test_metainfo(self):
         run("appstreamcli", "validate", "--no-net", "--pedantic", self.share / ("metainfo/%s.metainfo.xml" % ID))
 
+        root = ElementTree.parse(self.share / ("metainfo/%s.metainfo.xml" % ID)).getroot()
+        pictures = [image.text.rsplit("/", 1)[1] for image in root.iter("image")]
+        self.assertTrue(pictures)
+        for picture in pictures:
+            self.assertTrue((SOURCE / "docs/screenshots" / picture).exists(), picture)
+
     @needs("man")
     def test_manual_pages_are_whole_and_name_every_option(self):
         for page, source in (("vantoro.1", "app/CommandLine.cpp"), ("vantoro-cli.1", "cli/arguments.cpp")):
