@@ -150,7 +150,7 @@ class User(Account):
     def shot(self, name):
         if SHOTS:
             time.sleep(0.6)
-            subprocess.run(["import", "-window", "root", "-strip", os.path.join(SHOTS, f"{name}-{SCHEME}.png")],
+            subprocess.run(["import", "-window", "root", "-strip", "-trim", "+repage", os.path.join(SHOTS, f"{name}-{SCHEME}.png")],
                            env=self.environment)
 
 
