@@ -69,8 +69,8 @@ Libraries likelyLibraries(const ByteSource& source)
     using namespace std::string_view_literals;
     if (text.starts_with("7z\xBC\xAF\x27\x1C"sv))
         return Libraries::SevenZip;
-    constexpr std::array kStarts{"PK\3\4"sv,        "PK\5\6"sv,           "\x1F\x8B"sv,        "BZh"sv,
-                                 "\xFD\x37zXZ\0"sv, "\x28\xB5\x2F\xFD"sv, "\x04\x22\x4D\x18"sv};
+    constexpr std::array kStarts{"PK\3\4"sv, "PK\5\6"sv,        "Rar!\x1A\x07"sv,     "\x1F\x8B"sv,
+                                 "BZh"sv,    "\xFD\x37zXZ\0"sv, "\x28\xB5\x2F\xFD"sv, "\x04\x22\x4D\x18"sv};
     const bool isOurs = std::any_of(kStarts.begin(), kStarts.end(), [&](auto start) { return text.starts_with(start); })
         || text.substr(std::min(text.size(), kTarMarkAt)) == "ustar";
     return isOurs ? Libraries::Few : Libraries::All;
