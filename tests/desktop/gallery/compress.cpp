@@ -10,6 +10,7 @@
 #include "widgets/Icons.h"
 #include "widgets/MASPreferencesWindowController.h"
 #include "widgets/PasswordField.h"
+#include "widgets/ProgressOverlay.h"
 #include "widgets/Translation.h"
 
 #include <QAbstractItemView>
@@ -117,8 +118,8 @@ void takeProgressPicture(const Pictures& pictures, KXPackViewController& page, Q
     page.toggleAchive();
     settle(400);
     pictures.save(window, QStringLiteral("progress"));
-    for (auto* button : window.findChildren<FlatButton*>()) {
-        if (button->text() == QLatin1String("Cancel") && button->isVisible())
+    for (auto* overlay : window.findChildren<ProgressOverlay*>()) {
+        for (auto* button : overlay->findChildren<FlatButton*>())
             button->click();
     }
     while (page.isBusy())
