@@ -1,6 +1,8 @@
 #include "app/AppWindow.h"
 
+#include <QAbstractButton>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QScreen>
 #include <QWindow>
@@ -20,6 +22,23 @@ void bringWindowToFront(QWidget& window)
     window.activateWindow();
     if (QWindow* handle = window.windowHandle())
         handle->requestActivate(); // with the activation token of the call, where the desktop wants one
+}
+
+void attachMenu(QAbstractButton* button, QMenu* menu)
+{
+    QObject::connect(button, &QAbstractButton::clicked, menu, [button, menu] {
+        const QSize size = menu->sizeHint();
+        const QRect area = button->screen()->availableGeometry();
+        const QRect window(button->window()->mapToGlobal(QPoint()), button->window()->size());
+        QRect place(button->mapToGlobal(QPoint(0, button->height())), size);
+        if (button->isRightToLeft() || place.right() > window.right())
+            place.moveRight(button->mapToGlobal(QPoint(button->width() - 1, 0)).x());
+        if (button->isRightToLeft() && place.left() < window.left())
+            place.moveLeft(button->mapToGlobal(QPoint()).x());
+        if (place.bottom() > area.bottom())
+            place.moveBottom(button->mapToGlobal(QPoint()).y() - 1);
+        menu->popup(place.topLeft());
+    });
 }
 
 QSize sizeWithinScreen(const QWidget& window, QSize wanted)

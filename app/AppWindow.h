@@ -2,6 +2,9 @@
 
 #include <QWidget>
 
+class QAbstractButton;
+class QMenu;
+
 namespace vantoro {
 
 /// A window of the program: its way to the front, no larger than the screen, and movable by its ground.
@@ -25,6 +28,9 @@ private:
 
 /// Shows the window, or takes it out of its icon, in front of the others and with the keyboard.
 void bringWindowToFront(QWidget& window);
+/// Opens the menu at the button's clicks, below or above it, from its leading edge or, where there is no room, to its
+/// trailing one. Unlike the toolkit's own way it does not keep who clicks, such as assistive technology, waiting.
+void attachMenu(QAbstractButton* button, QMenu* menu);
 /// What the screen leaves of `wanted` for a window with its frame.
 QSize sizeWithinScreen(const QWidget& window, QSize wanted);
 

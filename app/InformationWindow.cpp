@@ -109,7 +109,10 @@ InformationWindow::InformationWindow()
     addPage(tr("&Libraries"), makeLibraries(), tabs);
     tabs->addStretch(1);
     m_tabs->button(0)->setChecked(true);
-    connect(m_tabs, &QButtonGroup::idClicked, m_pages, &QStackedWidget::setCurrentIndex);
+    connect(m_tabs, &QButtonGroup::idToggled, m_pages, [this](int index, bool isOn) {
+        if (isOn)
+            m_pages->setCurrentIndex(index);
+    });
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(theme::kSpaceXl, theme::kSpaceXl, theme::kSpaceXl, theme::kSpaceXl);
     column->setSpacing(theme::kSpaceM);

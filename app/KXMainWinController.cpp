@@ -92,7 +92,8 @@ void KXMainWinController::buildSide()
     m_leftView->setFixedWidth(kSideWidth);
     auto* menu = new FlatButton(tr("&Menu"), FlatButton::Kind::Quiet, m_leftView);
     menu->setGlyph(QStringLiteral("glyph-menu"));
-    menu->setMenu(m_commands.makeMenu(menu));
+    menu->setShortcut(Qt::Key_F10);
+    attachMenu(menu, m_commands.makeMenu(menu));
     auto* help = new FlatButton(FlatButton::Kind::Quiet, m_leftView);
     help->setGlyph(QStringLiteral("glyph-help"));
     help->setAccessibleName(tr("How to use"));

@@ -26,7 +26,7 @@ TwoPageWindow::TwoPageWindow(PageFactory makePage, const std::function<QMenu*(QW
     menu->setAccessibleName(tr("Menu"));
     menu->setToolTip(tr("Menu"));
     menu->setShortcut(Qt::Key_F10);
-    menu->setMenu(makeMenu(menu));
+    attachMenu(menu, makeMenu(menu));
     m_controller->setAccessoryView(menu);
     connect(m_controller.get(), &MASPreferencesWindowController::selectionWillChange, this,
             [this] { PageFade::begin(m_controller->stack()); });

@@ -65,7 +65,11 @@ MASPreferencesWindowController::MASPreferencesWindowController(
     column->setSpacing(0);
     column->addLayout(m_row);
     column->addWidget(m_stack, 1);
-    connect(m_tabs, &QButtonGroup::idClicked, this, &MASPreferencesWindowController::selectControllerAtIndex);
+    // Not the click: assistive technology only toggles.
+    connect(m_tabs, &QButtonGroup::idToggled, this, [this](int index, bool isOn) {
+        if (isOn)
+            selectControllerAtIndex(index);
+    });
     const auto step = [this](int by) {
         const int count = static_cast<int>(m_viewControllers.size());
         if (count > 0)

@@ -71,7 +71,7 @@ def program(session_address):
                                     GLib.VariantType("(s)"), Gio.DBusCallFlags.NONE, 5000, None).unpack()[0]
         bus = Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
         for node in Node(bus, "org.a11y.atspi.Registry", ROOT).children():
-            if node.name == "Vantoro":
+            if node.name.lower() == "vantoro":
                 return node
     except GLib.Error:
         pass
