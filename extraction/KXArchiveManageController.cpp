@@ -7,7 +7,6 @@
 #include "platform/XADException.h"
 #include "platform/XADPlatform.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QRegularExpression>
 
