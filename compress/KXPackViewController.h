@@ -61,7 +61,7 @@ public:
     /// Instead of file dialogs on this page's window; outlives the page.
     void setPanels(PanelService* panels) { m_panels = panels; }
 
-public slots:
+    // The controls' actions.
     void toggleAddFiles();
     void toggleAchive();
     void toggleClearAll();
