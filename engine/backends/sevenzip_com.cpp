@@ -37,9 +37,14 @@ enum class Escapes : std::uint8_t { Undo, Keep };
 
 std::string toBytes(const wchar_t* units, std::size_t count, Escapes escapes)
 {
-    std::string text;
-    text.reserve(count + count / 8);
-    for (std::size_t i = 0; i < count; ++i) {
+    std::string text(count, '\0');
+    std::size_t plain = 0; // most names are ASCII throughout
+    while (plain < count && static_cast<std::uint32_t>(units[plain]) < 0x80) {
+        text[plain] = static_cast<char>(units[plain]);
+        ++plain;
+    }
+    text.resize(plain);
+    for (std::size_t i = plain; i < count; ++i) {
         auto c = static_cast<std::uint32_t>(units[i]);
         if (c < 0x80) {
             text.push_back(static_cast<char>(c));
