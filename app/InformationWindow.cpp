@@ -13,6 +13,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMap>
 #include <QStackedWidget>
 #include <QStyledItemDelegate>
 #include <QTreeWidget>
@@ -159,14 +160,15 @@ QWidget* InformationWindow::makeFormats()
     search->setAccessibleName(search->placeholderText());
     search->setClearButtonEnabled(true);
     auto* table = makeTable({tr("Format"), tr("Extensions")}, tr("Formats that can be read"));
+    QMap<QString, QStringList> formats; // several readers of one kind are one line
     for (const FormatDescription& format : supportedFormats()) {
-        QStringList extensions;
+        QStringList& extensions = formats[QCoreApplication::translate("Formats", format.displayName.c_str())];
         for (const auto& extension : format.extensions)
             extensions += QString::fromStdString(extension);
-        addRow(table,
-               {QCoreApplication::translate("Formats", format.displayName.c_str()),
-                extensions.join(QStringLiteral(", "))});
+        extensions.removeDuplicates();
     }
+    for (auto format = formats.cbegin(); format != formats.cend(); ++format)
+        addRow(table, {format.key(), format.value().join(QStringLiteral(", "))});
     table->sortItems(0, Qt::AscendingOrder);
     table->resizeColumnToContents(0);
     connect(search, &QLineEdit::textChanged, table, [table](const QString& words) { filter(table, words.trimmed()); });
