@@ -26,6 +26,12 @@ struct Handover {
     Descriptor copy;
 };
 
+/// Descriptors and, for each, offset and length.
+struct Rest {
+    std::vector<int> fds;
+    std::vector<std::uint64_t> values;
+};
+
 Result<Descriptor> memoryFile(ConstBytes bytes)
 {
     Descriptor file(::memfd_create("vantoro-handover", MFD_CLOEXEC));
@@ -47,7 +53,8 @@ Result<Handover> handOver(const ByteSource& source)
         result.fds.push_back(part.fd);
         result.values.insert(result.values.end(), {part.position, part.length});
     }
-    if (result.fds.size() > kMaxParts)
+    constexpr std::size_t kMostParts = kMostDescriptors - 64;
+    if (result.fds.size() > kMostParts)
         return Error{ErrorCode::LimitExceeded, "cage: a source of too many files"};
     if (result.fds.empty()) {
         const auto block = TRY(readBlock(source, 0, static_cast<std::size_t>(source.size())));
@@ -137,8 +144,9 @@ private:
         Message message;
         message.type = MessageType::Open;
         message.text = m_context.name;
-        message.values = handover.values;
-        return finish(request(message, handover.fds, nullptr));
+        const auto rest = TRY(sendParts(handover));
+        message.values = rest.values;
+        return finish(request(message, rest.fds, nullptr));
     }
 
     Result<void> listOnce(EntryVisitor& visitor)
@@ -286,8 +294,25 @@ private:
             return m_worker->channel().send(reply);
         }
         const auto handover = TRY(handOver(**volume));
-        reply.values = handover.values;
-        return m_worker->channel().send(reply, handover.fds);
+        const auto rest = TRY(sendParts(handover));
+        reply.values = rest.values;
+        return m_worker->channel().send(reply, rest.fds);
+    }
+
+    /// Sends what goes beyond one message; returns what is left for that one.
+    Result<Rest> sendParts(const Handover& handover)
+    {
+        m_worker->handedOver(handover.fds.size());
+        Rest rest{handover.fds, handover.values};
+        while (rest.fds.size() > kMaxParts) {
+            Message message;
+            message.type = MessageType::Parts;
+            message.values.assign(rest.values.begin(), rest.values.begin() + 2 * kMaxParts);
+            TRY(m_worker->channel().send(message, std::span(rest.fds).first(kMaxParts)));
+            rest.fds.erase(rest.fds.begin(), rest.fds.begin() + kMaxParts);
+            rest.values.erase(rest.values.begin(), rest.values.begin() + 2 * kMaxParts);
+        }
+        return rest;
     }
 
     /// The description stands in ring 0 behind everything else.

@@ -40,22 +40,25 @@ constexpr bool kUnderSanitizer = false;
 // Beside a dictionary larger than the usual limit of 1 GiB, which is in it.
 constexpr rlim_t kAddressSpace = rlim_t{2} << 30;
 constexpr rlim_t kUsualDictionary = rlim_t{1} << 30;
-// Room for a set of several hundred volumes, each of which stays open.
-constexpr rlim_t kDescriptorLimit = 1024;
+// The worker cannot raise its limits, but its parent can, up to the second figure: see WorkerProcess::handedOver().
+constexpr rlim_t kDescriptorLimit = 64;
 
 bool closeDescriptors(int last) { return ::syscall(SYS_close_range, static_cast<unsigned>(last) + 1, ~0U, 0) == 0; }
 
-bool limit(__rlimit_resource resource, rlim_t value)
+bool limit(__rlimit_resource resource, rlim_t value, rlim_t most)
 {
-    const rlimit both{value, value};
+    const rlimit both{value, most};
     return ::setrlimit(resource, &both) == 0;
 }
+
+bool limit(__rlimit_resource resource, rlim_t value) { return limit(resource, value, value); }
 
 bool setLimits(std::uint64_t dictionary)
 {
     const auto more = std::max<rlim_t>(dictionary, kUsualDictionary) - kUsualDictionary;
     const bool memory = kUnderSanitizer || limit(RLIMIT_AS, kAddressSpace + more);
-    return limit(RLIMIT_CORE, 0) && limit(RLIMIT_NOFILE, kDescriptorLimit) && limit(RLIMIT_FSIZE, 0) && memory;
+    return limit(RLIMIT_CORE, 0) && limit(RLIMIT_NOFILE, kDescriptorLimit, kMostDescriptors) && limit(RLIMIT_FSIZE, 0)
+        && memory;
 }
 
 // Debian 12's headers know Landlock's first version only; numbers from the kernel's include/uapi/linux/landlock.h.

@@ -15,6 +15,10 @@ enum ConfinementStep : std::uint32_t {
     kAllSteps = 31,
 };
 
+/// Descriptors that a worker can be given with its parent's consent: room for a set of several hundred volumes, each of
+/// which stays open.
+constexpr unsigned kMostDescriptors = 1024;
+
 /// Takes every means away from this process, step by step in the order above; a step that the kernel lacks is left out.
 /// Returns the steps that are in force. Descriptors up to `lastDescriptor` stay; a decoder may hold `dictionary` bytes
 /// of history.

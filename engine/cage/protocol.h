@@ -15,6 +15,7 @@ enum class MessageType : std::uint32_t {
     Read, ///< number: lanes; flag: a selection follows as a descriptor of a file of 64-bit indices
     Volume, ///< answer to NeedVolume: a descriptor and its size, or an error
     Password, ///< answer to NeedPassword: text, or an error
+    Parts, ///< descriptors and sizes that go before those of the next Open or Volume
     // worker to parent
     Ready, ///< confined and waiting; number: ConfinementStep bits that are in force
     NeedVolume, ///< text: bare name

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <mutex>
+#include <utility>
 
 #include <unistd.h>
 
@@ -87,9 +88,9 @@ private:
     RingWriter& m_ring;
 };
 
-Result<SourcePtr> sourceOf(Received& received)
+/// Adds the files that a message brought.
+Result<void> addParts(Received& received, std::vector<SourcePtr>& parts)
 {
-    std::vector<SourcePtr> parts;
     auto& fds = received.descriptors;
     const auto& values = received.message.values; // offset and length of each part
     if (fds.empty() || values.size() != fds.size() * 2)
@@ -98,7 +99,7 @@ Result<SourcePtr> sourceOf(Received& received)
         auto whole = fileSource(fds[i].release(), values[2 * i] + values[2 * i + 1]);
         parts.push_back(windowSource(std::move(whole), values[2 * i], values[2 * i + 1]));
     }
-    return joinedSource(std::move(parts));
+    return {};
 }
 
 /// The worker's side of one open archive.
@@ -125,6 +126,11 @@ public:
             auto received = m_channel.receive(-1, kMaxParts);
             if (!received || !*received)
                 return 0; // the parent is gone: nothing left to do
+            if ((*received)->message.type == MessageType::Parts) {
+                if (!addParts(**received, m_parts))
+                    return 1;
+                continue;
+            }
             Message done;
             if (const auto result = guarded([&] { return handle(**received); }); !result)
                 done.error = result.error();
@@ -135,15 +141,17 @@ public:
 
     Result<SourcePtr> openVolume(std::string_view name) override
     {
-        auto answer = TRY(ask(MessageType::NeedVolume, std::string(name), 0));
+        std::vector<SourcePtr> parts;
+        auto answer = TRY(ask(MessageType::NeedVolume, std::string(name), 0, parts));
         if (answer.message.error)
             return *answer.message.error;
-        return sourceOf(answer);
+        return sourceOf(answer, parts);
     }
 
     Result<Secret> password(unsigned attempt) override
     {
-        auto answer = TRY(ask(MessageType::NeedPassword, {}, attempt));
+        std::vector<SourcePtr> none;
+        auto answer = TRY(ask(MessageType::NeedPassword, {}, attempt, none));
         if (answer.message.error)
             return *answer.message.error;
         Secret secret(answer.message.text);
@@ -173,7 +181,7 @@ private:
         context.volumes = this;
         context.passwords = this;
         context.limits = m_limits;
-        const auto source = TRY(sourceOf(received));
+        const auto source = TRY(sourceOf(received, std::exchange(m_parts, {})));
         m_archive = TRY(m_open(source, context));
         putInfo();
         return {};
@@ -230,7 +238,14 @@ private:
             lane->ring().wakeReader();
     }
 
-    Result<Received> ask(MessageType type, std::string text, std::uint64_t number)
+    /// The files of the message behind those that came before it.
+    static Result<SourcePtr> sourceOf(Received& received, std::vector<SourcePtr> parts)
+    {
+        TRY(addParts(received, parts));
+        return joinedSource(std::move(parts));
+    }
+
+    Result<Received> ask(MessageType type, std::string text, std::uint64_t number, std::vector<SourcePtr>& parts)
     {
         const std::lock_guard lock(m_asking);
         Message question;
@@ -238,10 +253,14 @@ private:
         question.text = std::move(text);
         question.number = number;
         TRY(m_channel.send(question));
-        auto answer = TRY(m_channel.receive(-1, kMaxParts));
-        if (!answer)
-            return Error{ErrorCode::Internal, "cage: no answer"};
-        return *std::move(answer);
+        while (true) {
+            auto answer = TRY(m_channel.receive(-1, kMaxParts));
+            if (!answer)
+                return Error{ErrorCode::Internal, "cage: no answer"};
+            if (answer->message.type != MessageType::Parts)
+                return *std::move(answer);
+            TRY(addParts(*answer, parts));
+        }
     }
 
     Opener m_open;
@@ -250,6 +269,7 @@ private:
     Limits m_limits;
     std::vector<std::unique_ptr<RingLane>> m_lanes;
     std::mutex m_asking;
+    std::vector<SourcePtr> m_parts; ///< of the source that the next Open completes
     ArchivePtr m_archive; // goes first: it uses the rest
 };
 

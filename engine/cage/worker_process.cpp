@@ -13,6 +13,7 @@
 #include <fcntl.h>
 #include <linux/limits.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -153,6 +154,17 @@ Result<std::unique_ptr<WorkerProcess>> WorkerProcess::start(const std::string& p
 }
 
 WorkerProcess::~WorkerProcess() { kill(); }
+
+void WorkerProcess::handedOver(std::size_t descriptors)
+{
+    constexpr std::size_t kNear = 24; // beside its own and one more hand-over below the first limit
+    const bool wasFar = m_handedOver < kNear;
+    m_handedOver += descriptors;
+    if (wasFar && m_handedOver >= kNear) {
+        const rlimit more{kMostDescriptors, kMostDescriptors};
+        ::prlimit(m_pid, RLIMIT_NOFILE, &more, nullptr);
+    }
+}
 
 bool WorkerProcess::isAlive()
 {

@@ -49,6 +49,8 @@ public:
     const Channel& channel() const { return m_channel; }
     SharedArea& area() { return m_area; }
     std::uint32_t confinement() const { return m_confinement; }
+    /// Descriptors have been sent to it: its limit, low at the start, is raised when a set of volumes comes near it.
+    void handedOver(std::size_t descriptors);
     bool isAlive();
     void kill();
     /// Seconds of processor time that it has used so far.
@@ -63,6 +65,7 @@ private:
     }
     pid_t m_pid;
     bool m_isReaped = false;
+    std::size_t m_handedOver = 0;
     std::uint32_t m_confinement = 0;
     Channel m_channel;
     SharedArea m_area;

@@ -48,6 +48,18 @@ class Cli(unittest.TestCase):
                     found[os.path.relpath(os.path.join(folder, f), top)] = stream.read()
         return found
 
+    def test_a_set_of_many_volumes_is_read_whole(self):
+        archive = self.zip("many.zip", {"random.bin": os.urandom(150_000)})
+        with open(archive, "rb") as f:
+            content = f.read()
+        step = len(content) // 149
+        for number in range(150):
+            self.put("many.zip.%03d" % (number + 1), content[number * step:(number + 1) * step if number < 149 else None])
+        os.unlink(archive)
+        p = self.run_cli("test", self.path("many.zip.001"))
+        self.assertEqual(p.returncode, 0, p.stderr)
+        self.assertIn(b"all whole", p.stdout)
+
     def test_lists_an_entry_a_line_as_json_with_digests(self):
         archive = self.zip("a.zip", {"one.txt": b"one", "two/zwei ä.txt": b"2" * 5000})
         p = self.run_cli("list", "--json", "--sha256", archive)
