@@ -131,7 +131,7 @@
     </message>
     <message>
         <source>damaged: %1</source>
-        <translation>endommagé : %1</translation>
+        <translation>endommagé&#xa0;: %1</translation>
     </message>
 </context>
 <context>
