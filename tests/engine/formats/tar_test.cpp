@@ -278,7 +278,7 @@ TEST(Tar, saysWhereItWasCut)
 {
     const auto whole
         = tarMember({.name = "one"}, "first") + tarMember({.name = "two"}, std::string(3000, '2')) + tarEnd();
-    for (std::size_t length = 1; length < whole.size(); length += length % 512 == 511 ? 1 : 255) {
+    for (std::size_t length = 1; length < whole.size(); length += length % 512 == 511 ? 1U : 255U) {
         auto archive = *kTarFormat.open(memorySource(whole.substr(0, length)), {});
         const auto contents = readAll(*archive);
         const bool hasEndMark = length >= whole.size() - 512;
