@@ -1,5 +1,6 @@
 #include "browse/PreviewWindow.h"
 
+#include "browse/PdfView.h"
 #include "browse/PreviewContent.h"
 
 #include "widgets/ElidedLabel.h"
@@ -10,8 +11,6 @@
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QPdfDocument>
-#include <QPdfView>
 #include <QPlainTextEdit>
 #include <QScreen>
 #include <QSizeGrip>
@@ -55,8 +54,6 @@ PreviewWindow::PreviewWindow(QWidget* page)
     , m_views(new QStackedWidget(this))
     , m_qtImageView(new ImageView(this))
     , m_qtTextView(new QPlainTextEdit(this))
-    , m_qtPdfView(new QPdfView(this))
-    , m_document(new QPdfDocument(this))
     , m_detail(new ElidedLabel(this))
 {
     setObjectName(QStringLiteral("quicklookWindow"));
@@ -78,7 +75,7 @@ PreviewWindow::PreviewWindow(QWidget* page)
     connect(m_btnSingleExtract, &FlatButton::clicked, this, &PreviewWindow::extractRequested);
 }
 
-PreviewWindow::~PreviewWindow() { m_document->close(); }
+PreviewWindow::~PreviewWindow() = default;
 
 void PreviewWindow::buildTitle()
 {
@@ -108,18 +105,12 @@ void PreviewWindow::buildViews()
     m_qtTextView->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_qtTextView->document()->setDocumentMargin(theme::kSpaceM);
     m_qtTextView->setAccessibleName(tr("Text"));
-    m_qtPdfView->setPageMode(QPdfView::PageMode::MultiPage);
-    m_qtPdfView->setZoomMode(QPdfView::ZoomMode::FitToWidth);
-    m_qtPdfView->setFrameShape(QFrame::NoFrame);
-    m_qtPdfView->setAccessibleName(tr("Pages"));
-    m_qtPdfView->setDocument(m_document);
     auto* imageQTView = new QWidget(this);
     auto* imageColumn = new QVBoxLayout(imageQTView);
     imageColumn->setContentsMargins(theme::kSpaceL, theme::kSpaceL, theme::kSpaceL, theme::kSpaceL);
     imageColumn->addWidget(m_qtImageView);
     m_views->addWidget(imageQTView);
     m_views->addWidget(m_qtTextView);
-    m_views->addWidget(m_qtPdfView);
 }
 
 void PreviewWindow::showContent(const PreviewContent& content, const QIcon& icon)
@@ -139,12 +130,10 @@ void PreviewWindow::showContent(const PreviewContent& content, const QIcon& icon
         m_views->setCurrentIndex(1);
         break;
     case PreviewContent::Kind::Pdf:
-        showPdf(content);
+        showPdf(content, icon);
         break;
     case PreviewContent::Kind::Icon:
-        m_qtImageView->setMaximumSize(kIconEdge, kIconEdge);
-        m_qtImageView->setIcon(icon);
-        m_views->setCurrentIndex(0);
+        showIcon(icon);
         break;
     }
     initQuicklookWindow();
@@ -154,30 +143,41 @@ void PreviewWindow::showContent(const PreviewContent& content, const QIcon& icon
     m_views->currentWidget()->setFocus();
 }
 
-void PreviewWindow::showPdf(const PreviewContent& content)
+void PreviewWindow::showIcon(const QIcon& icon)
 {
+    m_qtImageView->setMaximumSize(kIconEdge, kIconEdge);
+    m_qtImageView->setIcon(icon);
+    m_views->setCurrentIndex(0);
+}
+
+void PreviewWindow::showPdf(const PreviewContent& content, const QIcon& icon)
+{
+    if (!m_qtPdfView) {
+        m_qtPdfView = makePdfView(this);
+        if (!m_qtPdfView)
+            return showIcon(icon);
+        m_qtPdfView->widget()->setAccessibleName(tr("Pages"));
+        m_views->addWidget(m_qtPdfView->widget());
+    }
     QPalette ground = palette(); // the view paints around its pages with this role
     ground.setColor(QPalette::Dark, theme::colors(ground).window);
-    m_qtPdfView->setPalette(ground);
-    m_pdf.setData(content.pdf);
-    m_pdf.open(QIODevice::ReadOnly);
-    m_document->load(&m_pdf);
-    m_views->setCurrentIndex(2);
-    if (m_document->error() == QPdfDocument::Error::IncorrectPassword)
+    m_qtPdfView->widget()->setPalette(ground);
+    const auto state = m_qtPdfView->show(content.pdf);
+    m_views->setCurrentWidget(m_qtPdfView->widget());
+    if (state == PdfView::State::Protected)
         m_detail->setText(tr("This document is protected by a password of its own."));
-    else if (m_document->error() != QPdfDocument::Error::None)
+    else if (state == PdfView::State::Damaged)
         m_detail->setText(tr("This document is damaged."));
     else
-        m_detail->setText(tr("%Ln pages", nullptr, m_document->pageCount()) + QStringLiteral(" · ") + content.detail);
+        m_detail->setText(tr("%Ln pages", nullptr, m_qtPdfView->pageCount()) + QStringLiteral(" · ") + content.detail);
 }
 
 void PreviewWindow::forgetContent()
 {
     m_qtImageView->setPixmap({});
     m_qtTextView->clear();
-    m_document->close();
-    m_pdf.close();
-    m_pdf.setData({});
+    if (m_qtPdfView)
+        m_qtPdfView->forget();
 }
 
 void PreviewWindow::dismiss()

@@ -1,12 +1,9 @@
 #pragma once
 
-#include <QBuffer>
 #include <QWidget>
 
 #include <memory>
 
-class QPdfDocument;
-class QPdfView;
 class QPlainTextEdit;
 class QStackedWidget;
 
@@ -15,6 +12,7 @@ namespace vantoro {
 class ElidedLabel;
 class FlatButton;
 class ImageView;
+class PdfView;
 struct PreviewContent;
 
 /// The preview, docked at the right edge of the main window, whose moves it follows. It is made once and shown and
@@ -44,7 +42,8 @@ protected:
 private:
     void buildTitle();
     void buildViews();
-    void showPdf(const PreviewContent& content);
+    void showPdf(const PreviewContent& content, const QIcon& icon);
+    void showIcon(const QIcon& icon);
     void forgetContent();
     void initQuicklookWindow();
 
@@ -56,9 +55,7 @@ private:
     QStackedWidget* m_views;
     ImageView* m_qtImageView;
     QPlainTextEdit* m_qtTextView;
-    QPdfView* m_qtPdfView;
-    QPdfDocument* m_document;
-    QBuffer m_pdf; // the document reads from it for as long as it is shown
+    std::unique_ptr<PdfView> m_qtPdfView; // made for the first document
     ElidedLabel* m_detail;
 };
 
