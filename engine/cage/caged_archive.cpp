@@ -7,10 +7,12 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <thread>
 
 #include <sys/mman.h>
+#include <syslog.h>
 #include <unistd.h>
 
 namespace vantoro::cage {
@@ -25,6 +27,15 @@ struct Handover {
     std::vector<std::uint64_t> values; // offset and length of each
     Descriptor copy;
 };
+
+/// Into the system's log, once: this kernel keeps a worker from less than others do.
+void logMissingSteps(std::uint32_t steps)
+{
+    static std::atomic_flag told;
+    const auto missing = missingSteps(steps);
+    if (!missing.empty() && !told.test_and_set())
+        ::syslog(LOG_WARNING, "archives are decoded with less protection than usual: %s", missing.c_str());
+}
 
 /// Descriptors and, for each, offset and length.
 struct Rest {
@@ -137,6 +148,7 @@ private:
     {
         const auto lanes = std::clamp(std::thread::hardware_concurrency(), 1U, kMaxLanes);
         m_worker = TRY(WorkerProcess::start(m_program, lanes, {m_context.limits.dictionary, m_libraries}));
+        logMissingSteps(m_worker->confinement());
         m_readers.clear();
         for (unsigned i = 0; i < lanes; ++i)
             m_readers.push_back(std::make_unique<RingReader>(m_worker->area(), i));
