@@ -36,6 +36,7 @@ using namespace vantoro;
 namespace {
 
 constexpr int kWidth = 520;
+constexpr qint64 kLongestWait = 30'000; // milliseconds
 
 int g_patience = 1; // what waiting times are divided by
 
@@ -163,7 +164,14 @@ void question(Gallery& gallery, const QString& name, const Question& ask, const 
     row->setupProgressViewInPreparingMode();
     scene.show();
     scene.ask([row, ask] { ask(row); });
-    settle(200);
+    // The asking thread may be kept off the processor for any time.
+    QElapsedTimer clock;
+    clock.start();
+    while (!qobject_cast<QuestionPanel*>(row->displayedView())) {
+        if (clock.elapsed() > kLongestWait)
+            qFatal("the question %s is not shown", qPrintable(name));
+        settle(200);
+    }
     if (then)
         then(row);
     gallery.save(scene.window(), name);
