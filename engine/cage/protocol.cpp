@@ -76,7 +76,7 @@ public:
     }
     std::optional<Error> error()
     {
-        constexpr auto kCodes = static_cast<unsigned>(ErrorCode::UnsupportedKindOfArchive) + 1;
+        constexpr auto kCodes = static_cast<unsigned>(ErrorCode::TrailingData) + 1;
         const bool isSet = small(2) != 0;
         const auto code = small(kCodes);
         const auto osError = get<std::int32_t>();

@@ -124,6 +124,20 @@ class Cli(unittest.TestCase):
         p = self.run_cli("extract", "-o", self.path("out"), "--folder", "never", "--keep-broken", "--only", "bad.txt", archive)
         self.assertIn("bad.txt.damaged", os.listdir(self.path("out")))
 
+    def test_what_follows_compressed_data_is_told_and_what_came_before_is_kept(self):
+        with tarfile.open(self.path("tree.tar.gz"), "w:gz") as tar:
+            for name in ("a", "b"):
+                tar.add(self.put(name, name.encode() * 3000), arcname=name)
+        with open(self.path("tree.tar.gz"), "ab") as f:
+            f.write(b"something else")
+        self.put("notes.gz", gzip.compress(b"dear diary\n") + b"something else")
+        os.mkdir(self.path("out"))
+        p = self.run_cli("extract", "-o", self.path("out"), "--folder", "never", "notes.gz", "tree.tar.gz")
+        self.assertEqual(p.returncode, 1, p.stderr)
+        self.assertEqual(p.stderr.count(b"something unknown follows the end of the compressed data"), 2)
+        self.assertEqual(self.tree(self.path("out")),
+                         {"notes": b"dear diary\n", "a": b"a" * 3000, "b": b"b" * 3000})
+
     def test_what_is_no_archive_is_told_and_leaves_nothing(self):
         os.mkdir(self.path("out"))
         os.mkfifo(self.path("fifo.zip"))

@@ -93,6 +93,24 @@ TEST(Protocol, infoAndMessagesComeBackAsTheyWere)
 }
 
 // A block cut anywhere, or longer than it should be, is never taken for a whole one; no byte makes the parser fall.
+// A code that the parent does not take would look like a worker that lies.
+TEST(Protocol, everyReasonToFailComesBackAsItWas)
+{
+    const std::string_view unknown = describe(static_cast<ErrorCode>(255));
+    unsigned number = 0;
+    for (; describe(static_cast<ErrorCode>(number)) != unknown; ++number) {
+        const auto code = static_cast<ErrorCode>(number);
+        const auto outcome = parseOutcome(encodeOutcome(Error{code, "", 5, 77}));
+        ASSERT_TRUE(outcome) << describe(code);
+        ASSERT_TRUE(*outcome) << describe(code);
+        EXPECT_EQ((*outcome)->code, code);
+        EXPECT_EQ((*outcome)->osError, 5);
+        EXPECT_EQ((*outcome)->wanted, 77U);
+    }
+    EXPECT_GT(number, static_cast<unsigned>(ErrorCode::TrailingData));
+    EXPECT_FALSE(parseOutcome(encodeOutcome(Error{static_cast<ErrorCode>(number)})));
+}
+
 TEST(Protocol, refusesWhatIsCutOrLonger)
 {
     const auto block = sampleEntry();
