@@ -16,7 +16,7 @@
 namespace vantoro {
 namespace {
 
-constexpr QSize kUsualSize(600, 620);
+constexpr int kUsualWidth = 600;
 constexpr QSize kPicture(144, 88);
 
 /// From one picture to the next, with arrows between them: what goes in and what comes out.
@@ -114,7 +114,7 @@ HowToUseWindow::HowToUseWindow() : AppWindow(Escape::Closes)
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
     whole->addWidget(scroll);
-    resizeWithinScreen(kUsualSize);
+    resizeWithinScreen({kUsualWidth, column->totalHeightForWidth(kUsualWidth)}); // all steps at once
 }
 
 void HowToUseWindow::addStep(QVBoxLayout* column, const QStringList& pictures, const QString& title,

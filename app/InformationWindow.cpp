@@ -3,6 +3,7 @@
 #include "app/SettingsCard.h"
 
 #include "engine/open.h"
+#include "widgets/ColoredView.h"
 #include "widgets/FlatButton.h"
 #include "widgets/Icons.h"
 #include "widgets/Theme.h"
@@ -77,6 +78,17 @@ QTreeWidget* makeTable(const QStringList& headings, const QString& name)
     table->setTextElideMode(Qt::ElideRight);
     table->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     return table;
+}
+
+QWidget* cardWith(QWidget* table, QWidget* parent)
+{
+    auto* card = new ColoredView(parent);
+    card->setRadius(theme::kRadiusCard);
+    card->setBorderColor(theme::colors(parent->palette()).border);
+    auto* inside = new QVBoxLayout(card);
+    inside->setContentsMargins(theme::kSpaceXs, theme::kSpaceXs, theme::kSpaceXs, theme::kSpaceXs);
+    inside->addWidget(table);
+    return card;
 }
 
 void addRow(QTreeWidget* table, const QStringList& texts)
@@ -175,7 +187,7 @@ QWidget* InformationWindow::makeFormats()
     auto* column = new QVBoxLayout(page);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(search);
-    column->addWidget(table, 1);
+    column->addWidget(cardWith(table, page), 1);
     return page;
 }
 
@@ -186,7 +198,7 @@ QWidget* InformationWindow::makeLibraries()
         addRow(table, {QString::fromLatin1(row.name), tr(row.purpose), QString::fromLatin1(row.licence)});
     table->resizeColumnToContents(0);
     table->resizeColumnToContents(1);
-    return table;
+    return cardWith(table, this);
 }
 
 }

@@ -69,17 +69,10 @@ void SettingsCard::addSetting(const QString& name, const QString& sentence, QWid
     auto* words = new QVBoxLayout;
     words->setSpacing(theme::kSpaceXs / 2);
     words->addWidget(title);
-    words->addWidget(makeCaption(sentence, this));
     QString description = sentence;
-    if (lasts == Lasts::UntilRestart) {
-        const QString reset = tr("Until Vantoro is started again.");
-        auto* note = makeCaption(reset, this);
-        QFont slanted = note->font();
-        slanted.setItalic(true);
-        note->setFont(slanted);
-        words->addWidget(note);
-        description += QLatin1Char(' ') + reset;
-    }
+    if (lasts == Lasts::UntilRestart)
+        description += QLatin1Char(' ') + tr("Until Vantoro is started again.");
+    words->addWidget(makeCaption(description, this));
     QString plain = name;
     control->setAccessibleName(plain.remove(QLatin1Char('&')));
     control->setAccessibleDescription(description);

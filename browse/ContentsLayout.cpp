@@ -86,7 +86,8 @@ QLayout* KXArchiveContentsViewController::makeFilterRow()
     m_filterField->setAccessibleName(tr("Filter by name"));
     m_filterField->setClearButtonEnabled(true);
     m_filterField->setMaximumWidth(kFilterWidth);
-    m_filterGlyph = m_filterField->addAction(QIcon(), QLineEdit::LeadingPosition);
+    m_filterGlyph
+        = m_filterField->addAction(icons::glyphIcon(QStringLiteral("glyph-search")), QLineEdit::LeadingPosition);
     m_filterGlyph->setText(tr("Filter by name"));
     m_filterDelay->setSingleShot(true);
     m_filterDelay->setInterval(kFilterDelayMs);
@@ -175,11 +176,8 @@ void KXArchiveContentsViewController::applyType()
 {
     m_statusLine->setFont(theme::font(theme::Type::Caption, font()));
     QPalette quiet = palette();
-    const QColor color = theme::colors(palette()).textSecondary;
-    quiet.setColor(QPalette::WindowText, color);
+    quiet.setColor(QPalette::WindowText, theme::colors(palette()).textSecondary);
     m_statusLine->setPalette(quiet);
-    m_filterGlyph->setIcon(
-        QIcon(icons::glyph(QStringLiteral("glyph-search"), color, theme::kIconSmall, devicePixelRatioF())));
 }
 
 }

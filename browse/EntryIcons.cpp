@@ -6,7 +6,6 @@
 #include "widgets/Icons.h"
 
 #include <QFileInfo>
-#include <QMimeDatabase>
 
 #include <array>
 
@@ -27,50 +26,10 @@ constexpr std::array kRootImages{
     ImageRule{"gzip", "gz"},   ImageRule{"bzip", "bz2"}, ImageRule{"tbz", "tbz"}, ImageRule{"7zip", "7z"},
 };
 
-struct TypeRule {
-    const char* type; // a MIME type or the beginning of one
-    const char* image;
-};
-
-constexpr std::array kFileImages{
-    TypeRule{"image/", "file-image"},
-    TypeRule{"audio/", "file-audio"},
-    TypeRule{"video/", "file-video"},
-    TypeRule{"font/", "file-font"},
-    TypeRule{"application/pdf", "file-pdf"},
-    TypeRule{"application/json", "file-code"},
-    TypeRule{"application/xml", "file-code"},
-    TypeRule{"application/javascript", "file-code"},
-    TypeRule{"application/x-shellscript", "file-code"},
-    TypeRule{"application/x-sharedlib", "file-program"},
-    TypeRule{"application/x-executable", "file-program"},
-    TypeRule{"application/x-ms-dos-executable", "file-program"},
-    TypeRule{"application/x-msdownload", "file-program"},
-    TypeRule{"text/x-", "file-code"},
-    TypeRule{"text/html", "file-code"},
-    TypeRule{"text/css", "file-code"},
-    TypeRule{"text/", "file-text"},
-    TypeRule{"application/msword", "file-text"},
-    TypeRule{"application/rtf", "file-text"},
-    TypeRule{"application/vnd.oasis.opendocument.text", "file-text"},
-    TypeRule{"application/vnd.openxmlformats-officedocument.wordprocessingml", "file-text"},
-};
-
 QString archiveImage(const QString& path)
 {
     const QString name = rootImageName(path);
     return name == QLatin1String("archive") ? QStringLiteral("archive-generic") : QStringLiteral("archive-") + name;
-}
-
-QString ownImage(const QString& path)
-{
-    const QMimeType type = QMimeDatabase().mimeTypeForFile(path, QMimeDatabase::MatchExtension);
-    for (const auto& rule : kFileImages) {
-        if (type.name().startsWith(QLatin1String(rule.type)))
-            return QString::fromLatin1(rule.image);
-    }
-    const bool isArchive = type.genericIconName() == QLatin1String("package-x-generic");
-    return isArchive ? archiveImage(path) : QStringLiteral("file-generic");
 }
 
 }
@@ -108,7 +67,7 @@ QIcon EntryIcons::iconForPath(const QString& path, bool isFolder)
         return *known;
     QIcon icon = Workspace::shared().iconForFile(path);
     if (icon.isNull())
-        icon = icons::icon(ownImage(path));
+        icon = icons::forFile(path);
     constexpr qsizetype kKept = 4096; // an archive may hold any number of endings
     if (m_byExtension.size() >= kKept)
         m_byExtension.clear();

@@ -1,12 +1,8 @@
 #include "compress/FileIcon.h"
 
-#include "files/FileFormats.h"
 #include "files/KXUtilities.h"
 #include "platform/Workspace.h"
 #include "widgets/Icons.h"
-
-#include <QApplication>
-#include <QStyle>
 
 namespace vantoro {
 
@@ -17,9 +13,7 @@ QIcon fileIcon(const QString& path)
         return icon;
     if (KXUtilities::isFolder(path))
         return icons::icon(QStringLiteral("folder"));
-    if (hasArchiveExtension(path))
-        return icons::forArchive(path);
-    return QApplication::style()->standardIcon(QStyle::SP_FileIcon);
+    return icons::forFile(path);
 }
 
 }

@@ -200,6 +200,7 @@ void KXArchiveTaskView::setupOpenErrorView(const QString& message)
         m_openerrorview = makeQuestion(TaskPanel::Mark::Error);
         m_openerrorview->addAnswer(tr("OK"), 0, true);
     }
+    m_openerrorview->setHeading(archiveName()); // the message does not name it
     m_openerrorview->setMessage(message);
     showQuestion(m_openerrorview);
 }

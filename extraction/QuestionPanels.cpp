@@ -41,6 +41,16 @@ void QuestionPanel::setMessage(const QString& message)
         answer->setAccessibleDescription(message);
 }
 
+void QuestionPanel::setHeading(const QString& heading)
+{
+    if (!m_heading) {
+        m_heading = new ElidedLabel(this);
+        m_heading->setFont(theme::font(theme::Type::BodyStrong, font()));
+        column()->insertWidget(0, m_heading);
+    }
+    m_heading->setText(heading);
+}
+
 QString QuestionPanel::message() const { return m_message->text(); }
 
 FlatButton* QuestionPanel::addAnswer(const QString& text, int response, bool isProminent)

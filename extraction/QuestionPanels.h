@@ -20,6 +20,8 @@ public:
     QuestionPanel(Mark mark, QWidget* parent);
 
     void setMessage(const QString& message);
+    /// A line above the message, for messages that do not name the archive.
+    void setHeading(const QString& heading);
     QString message() const;
     /// In the order in which they stand; one may be prominent.
     FlatButton* addAnswer(const QString& text, int response, bool isProminent);
@@ -36,6 +38,7 @@ protected:
     QVBoxLayout* body() const { return m_body; }
 
 private:
+    ElidedLabel* m_heading = nullptr;
     QLabel* m_message;
     QVBoxLayout* m_body;
     QLayout* m_buttons;

@@ -13,13 +13,50 @@
 #include <QPainter>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <QtMath>
+
+#include <cmath>
 
 namespace vantoro {
 namespace {
 
 const char* const kPortalTransfer = "application/vnd.portal.filetransfer";
 constexpr int kIllustrationEdge = 112;
+constexpr double kDash = 6; // pixels
+constexpr double kDashGap = 7;
 constexpr int kPortalAnswerMs = 3000;
+
+/// Dashes that begin and end at each corner's edge. Straight lines with flat ends cost a twentieth of one dashed path.
+void drawDashedLine(QPainter& painter, const QLineF& line, QPen pen)
+{
+    const double count = qMax(2.0, std::round((line.length() + kDashGap) / (kDash + kDashGap)));
+    const double gap = (line.length() - count * kDash) / (count - 1);
+    pen.setDashPattern({kDash / pen.widthF(), qMax(0.1, gap) / pen.widthF()});
+    painter.setPen(pen);
+    painter.drawLine(line);
+}
+
+void drawDashedFrame(QPainter& painter, const QRectF& box, const QColor& color)
+{
+    const QPen pen(color, 2, Qt::SolidLine, Qt::FlatCap);
+    constexpr double radius = theme::kRadiusCard;
+    const QRectF inner = box.adjusted(radius, radius, -radius, -radius);
+    drawDashedLine(painter, {inner.left(), box.top(), inner.right(), box.top()}, pen);
+    drawDashedLine(painter, {inner.left(), box.bottom(), inner.right(), box.bottom()}, pen);
+    drawDashedLine(painter, {box.left(), inner.top(), box.left(), inner.bottom()}, pen);
+    drawDashedLine(painter, {box.right(), inner.top(), box.right(), inner.bottom()}, pen);
+    painter.setPen(pen);
+    constexpr int sixteenths = 16; // of a degree
+    const int span = static_cast<int>(qRadiansToDegrees(kDash / radius) * sixteenths);
+    const QSizeF corner(2 * radius, 2 * radius);
+    int middle = 45 * sixteenths;
+    for (const QPointF& place : {QPointF(box.right() - corner.width(), box.top()), box.topLeft(),
+                                 QPointF(box.left(), box.bottom() - corner.height()),
+                                 QPointF(box.right() - corner.width(), box.bottom() - corner.height())}) {
+        painter.drawArc(QRectF(place, corner), middle - span / 2, span);
+        middle += 90 * sixteenths;
+    }
+}
 
 /// Files that a sandboxed sender offers by a key, to be redeemed at the document portal.
 QStringList retrieveFromPortal(const QMimeData* data)
@@ -164,12 +201,11 @@ void DropArea::paintEvent(QPaintEvent*)
     const QColor accent = theme::accent(m_accent);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF box = QRectF(rect()).adjusted(1, 1, -1, -1);
+    painter.setPen(Qt::NoPen);
     painter.setBrush(theme::mix(colors.surface, accent, 0.12 * m_glow));
-    QPen pen(theme::mix(theme::mix(colors.border, colors.text, 0.12), accent, m_glow), 2, Qt::CustomDashLine,
-             Qt::RoundCap);
-    pen.setDashPattern({3, 4});
-    painter.setPen(pen);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5), theme::kRadiusCard, theme::kRadiusCard);
+    painter.drawRoundedRect(box, theme::kRadiusCard, theme::kRadiusCard);
+    drawDashedFrame(painter, box, theme::mix(theme::mix(colors.border, colors.text, 0.12), accent, m_glow));
 }
 
 }

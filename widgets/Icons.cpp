@@ -1,12 +1,18 @@
 #include "widgets/Icons.h"
 
+#include "widgets/Theme.h"
+
 #include <QFile>
+#include <QGuiApplication>
 #include <QIconEngine>
+#include <QMimeDatabase>
 #include <QPainter>
+#include <QPalette>
 #include <QPixmapCache>
 #include <QStyle>
 #include <QSvgRenderer>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -64,10 +70,43 @@ constexpr std::array kFamilies{
     Family{".exe", "archive-exe"},     Family{".bin", "archive-bin"},     Family{".z", "archive-z"},
 };
 
-/// Draws a picture when it is asked for. The toolkit's own engine would load its plug-ins at the start for the same.
+struct TypeRule {
+    const char* type; // a MIME type or the beginning of one
+    const char* image;
+};
+
+/// The first that fits.
+constexpr std::array kFileImages{
+    TypeRule{"image/", "file-image"},
+    TypeRule{"audio/", "file-audio"},
+    TypeRule{"video/", "file-video"},
+    TypeRule{"font/", "file-font"},
+    TypeRule{"application/pdf", "file-pdf"},
+    TypeRule{"application/json", "file-code"},
+    TypeRule{"application/xml", "file-code"},
+    TypeRule{"application/javascript", "file-code"},
+    TypeRule{"application/x-shellscript", "file-code"},
+    TypeRule{"application/x-sharedlib", "file-program"},
+    TypeRule{"application/x-executable", "file-program"},
+    TypeRule{"application/x-ms-dos-executable", "file-program"},
+    TypeRule{"application/x-msdownload", "file-program"},
+    TypeRule{"text/x-", "file-code"},
+    TypeRule{"text/html", "file-code"},
+    TypeRule{"text/css", "file-code"},
+    TypeRule{"text/", "file-text"},
+    TypeRule{"application/msword", "file-text"},
+    TypeRule{"application/rtf", "file-text"},
+    TypeRule{"application/vnd.oasis.opendocument.text", "file-text"},
+    TypeRule{"application/vnd.openxmlformats-officedocument.wordprocessingml", "file-text"},
+};
+
+/// Draws a picture or a glyph when it is asked for. The toolkit's own engine would load its plug-ins at the start for
+/// the same.
 class PictureEngine final : public QIconEngine {
 public:
-    explicit PictureEngine(QString name) : m_name(std::move(name)) {}
+    enum class Kind { Picture, Glyph };
+
+    PictureEngine(QString name, Kind kind) : m_name(std::move(name)), m_kind(kind) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
     {
@@ -76,7 +115,10 @@ public:
             painter->setOpacity(painter->opacity() * 0.4);
         const int edge = qMin(rect.width(), rect.height());
         const QRect place = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, QSize(edge, edge), rect);
-        painter->drawPixmap(place, icons::pixmap(m_name, edge, painter->device()->devicePixelRatioF()));
+        const qreal ratio = painter->device()->devicePixelRatioF();
+        painter->drawPixmap(place,
+                            m_kind == Kind::Picture ? icons::pixmap(m_name, edge, ratio)
+                                                    : icons::glyph(m_name, ink(), edge, ratio));
         painter->restore();
     }
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
@@ -93,17 +135,22 @@ public:
         return result;
     }
     QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override { return m_sizes; }
-    QIconEngine* clone() const override { return new PictureEngine(m_name); }
+    QIconEngine* clone() const override { return new PictureEngine(m_name, m_kind); }
     QString key() const override { return QStringLiteral("vantoro"); }
 
 private:
+    static QColor ink() { return theme::colors(QGuiApplication::palette()).textSecondary; }
+
     QString m_name;
+    Kind m_kind;
     QList<QSize> m_sizes{{16, 16}, {32, 32}, {48, 48}, {128, 128}};
 };
 
 }
 
-QIcon icon(const QString& name) { return QIcon(new PictureEngine(name)); }
+QIcon icon(const QString& name) { return QIcon(new PictureEngine(name, PictureEngine::Kind::Picture)); }
+
+QIcon glyphIcon(const QString& name) { return QIcon(new PictureEngine(name, PictureEngine::Kind::Glyph)); }
 
 QPixmap pixmap(const QString& name, int edge, qreal devicePixelRatio)
 {
@@ -142,6 +189,17 @@ QIcon forArchive(const QString& fileName)
             return icon(QString::fromLatin1(family.icon));
     }
     return icon(QStringLiteral("archive-generic"));
+}
+
+QIcon forFile(const QString& fileName)
+{
+    const QMimeType type = QMimeDatabase().mimeTypeForFile(fileName, QMimeDatabase::MatchExtension);
+    const auto* rule = std::ranges::find_if(
+        kFileImages, [&](const TypeRule& row) { return type.name().startsWith(QLatin1String(row.type)); });
+    if (rule != kFileImages.end())
+        return icon(QString::fromLatin1(rule->image));
+    const bool isArchive = type.genericIconName() == QLatin1String("package-x-generic");
+    return isArchive ? forArchive(fileName) : icon(QStringLiteral("file-generic"));
 }
 
 }

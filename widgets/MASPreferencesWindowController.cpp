@@ -137,7 +137,11 @@ void MASPreferencesWindowController::selectControllerAtIndex(int controllerIndex
     if (onScreen)
         selectedViewController()->viewWillAppear();
     m_stack->setCurrentWidget(view);
-    m_tabs->button(controllerIndex)->setChecked(true);
+    auto* tab = m_tabs->button(controllerIndex);
+    tab->setChecked(true);
+    if (const auto* focused = qobject_cast<QAbstractButton*>(m_window->focusWidget());
+        focused && focused != tab && m_tabs->buttons().contains(focused))
+        tab->setFocus(); // not left on the tab of a page that is gone
     emit selectionChanged(controllerIndex);
 }
 

@@ -1,130 +1,28 @@
 #include "widgets/Style.h"
 
+#include "widgets/Icons.h"
+#include "widgets/StyleParts.h"
 #include "widgets/Theme.h"
 
 #include <QAbstractItemView>
+#include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QFocusEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
-#include <QPainterPath>
 #include <QScrollBar>
 #include <QStyleOption>
 
 namespace vantoro {
 namespace {
 
+using namespace styleparts;
+
 constexpr int kScrollBarExtent = 12;
-constexpr qreal kHairline = 1.0;
-
-QRectF inset(const QRect& rect, qreal by) { return QRectF(rect).adjusted(by, by, -by, -by); }
-
-void drawBox(QPainter* painter, const QRect& rect, const QColor& fill, const QColor& border, qreal radius)
-{
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setBrush(fill);
-    painter->setPen(border.isValid() ? QPen(border, kHairline) : QPen(Qt::NoPen));
-    painter->drawRoundedRect(inset(rect, kHairline / 2), radius, radius);
-    painter->restore();
-}
-
-QColor controlFill(const QStyleOption& option, const theme::Colors& colors)
-{
-    if (!(option.state & QStyle::State_Enabled))
-        return theme::mix(colors.surface, colors.window, 0.6);
-    if (option.state & QStyle::State_Sunken)
-        return colors.pressed;
-    if (option.state & QStyle::State_MouseOver)
-        return colors.hover;
-    return option.palette.color(QPalette::Button);
-}
-
-void drawPushButton(const QStyleOption& option, QPainter* painter)
-{
-    const auto colors = theme::colors(option.palette);
-    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
-    const bool enabled = option.state & QStyle::State_Enabled;
-    const bool prominent = button && (button->features & QStyleOptionButton::DefaultButton) && enabled;
-    QColor fill = controlFill(option, colors);
-    if (prominent) {
-        fill = theme::accentFill(theme::Accent::Selection);
-        if (option.state & QStyle::State_Sunken)
-            fill = fill.darker(115);
-    }
-    drawBox(painter, option.rect, fill, prominent ? QColor() : colors.border, theme::kRadiusControl);
-    if ((option.state & QStyle::State_HasFocus) && (option.state & QStyle::State_KeyboardFocusChange))
-        drawFocusRing(painter, option.rect, theme::kRadiusControl);
-}
-
-void drawLineEdit(const QStyleOption& option, QPainter* painter)
-{
-    const auto colors = theme::colors(option.palette);
-    const bool enabled = option.state & QStyle::State_Enabled;
-    drawBox(painter, option.rect, enabled ? colors.surface : colors.window, colors.border, theme::kRadiusControl);
-    if (option.state & QStyle::State_HasFocus)
-        drawFocusRing(painter, option.rect, theme::kRadiusControl);
-}
-
-void drawIndicator(const QStyleOption& option, QPainter* painter, bool round)
-{
-    const auto colors = theme::colors(option.palette);
-    const bool enabled = option.state & QStyle::State_Enabled;
-    const bool on = option.state & (QStyle::State_On | QStyle::State_NoChange);
-    const qreal radius = round ? option.rect.width() / 2.0 : 4.0;
-    const QColor filled = enabled ? theme::accentFill(theme::Accent::Selection) : colors.textDisabled;
-    drawBox(painter, option.rect, on ? filled : controlFill(option, colors),
-            on ? QColor() : theme::mix(colors.border, colors.text, 0.35), radius);
-    if (!on)
-        return;
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    const QRectF box = option.rect;
-    painter->setPen(QPen(theme::textOn(filled), 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    if (round) {
-        painter->setPen(Qt::NoPen);
-        painter->setBrush(theme::textOn(filled));
-        painter->drawEllipse(box.center(), box.width() / 5, box.width() / 5);
-    } else if (option.state & QStyle::State_NoChange) {
-        painter->drawLine(box.center() - QPointF(box.width() / 4, 0), box.center() + QPointF(box.width() / 4, 0));
-    } else {
-        QPainterPath tick(box.topLeft() + QPointF(box.width() * 0.25, box.height() * 0.52));
-        tick.lineTo(box.topLeft() + QPointF(box.width() * 0.43, box.height() * 0.70));
-        tick.lineTo(box.topLeft() + QPointF(box.width() * 0.76, box.height() * 0.32));
-        painter->drawPath(tick);
-    }
-    painter->restore();
-}
-
-void drawChevron(QPainter* painter, const QRectF& rect, const QColor& color)
-{
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(color, 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    const QPointF center = rect.center();
-    QPainterPath path(center + QPointF(-4, -2));
-    path.lineTo(center + QPointF(0, 2));
-    path.lineTo(center + QPointF(4, -2));
-    painter->drawPath(path);
-    painter->restore();
-}
-
-void drawScrollBar(const QStyleOptionSlider& option, const QRect& slider, QPainter* painter)
-{
-    const auto colors = theme::colors(option.palette);
-    const bool active = option.activeSubControls & QStyle::SC_ScrollBarSlider;
-    const bool hovered = active && (option.state & (QStyle::State_MouseOver | QStyle::State_Sunken));
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(theme::mix(colors.surface, colors.text, hovered ? 0.5 : 0.28));
-    const QRectF thumb = inset(slider, 3);
-    const qreal radius = qMin(thumb.width(), thumb.height()) / 2;
-    if (option.maximum > option.minimum)
-        painter->drawRoundedRect(thumb, radius, radius);
-    painter->restore();
-}
+constexpr int kMenuSeparatorHeight = 2 * theme::kSpaceXs + 1;
+constexpr int kSpinButtonWidth = 20;
+constexpr int kMessageIconEdge = 40;
 
 }
 
@@ -148,7 +46,8 @@ Style::Style() : QProxyStyle(QStringLiteral("fusion")) { setObjectName(QStringLi
 void Style::polish(QWidget* widget)
 {
     QProxyStyle::polish(widget);
-    if (qobject_cast<QComboBox*>(widget) || qobject_cast<QLineEdit*>(widget) || qobject_cast<QScrollBar*>(widget))
+    if (qobject_cast<QComboBox*>(widget) || qobject_cast<QLineEdit*>(widget) || qobject_cast<QScrollBar*>(widget)
+        || qobject_cast<QAbstractSpinBox*>(widget))
         widget->setAttribute(Qt::WA_Hover);
 }
 
@@ -168,6 +67,10 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
         return;
     case PE_FrameLineEdit:
         return;
+    case PE_PanelMenu:
+        return drawMenuPanel(*option, painter);
+    case PE_FrameMenu:
+        return; // part of the panel
     case PE_IndicatorCheckBox:
         return drawIndicator(*option, painter, false);
     case PE_IndicatorRadioButton:
@@ -198,20 +101,54 @@ void Style::drawControl(ControlElement element, const QStyleOption* option, QPai
                         option->palette.color(QPalette::ButtonText));
         return;
     }
+    if (element == CE_HeaderSection || element == CE_HeaderEmptyArea)
+        return drawHeaderGround(*option, painter);
+    if (element == CE_HeaderLabel)
+        return drawHeaderLabel(option, painter, widget);
+    const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    if (element == CE_MenuItem && item)
+        return drawMenuItem(*item, painter, widget);
     QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void Style::drawHeaderLabel(const QStyleOption* option, QPainter* painter, const QWidget* widget) const
+{
+    const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option);
+    if (!header)
+        return QProxyStyle::drawControl(CE_HeaderLabel, option, painter, widget);
+    QStyleOptionHeader quiet(*header);
+    const QColor ink = theme::colors(option->palette).textSecondary;
+    quiet.palette.setColor(QPalette::ButtonText, ink);
+    quiet.palette.setColor(QPalette::WindowText, ink);
+    painter->save();
+    painter->setFont(theme::font(theme::Type::Caption, painter->font()));
+    QProxyStyle::drawControl(CE_HeaderLabel, &quiet, painter, widget);
+    painter->restore();
+}
+
+void Style::drawMenuItem(const QStyleOptionMenuItem& item, QPainter* painter, const QWidget* widget) const
+{
+    if (item.menuItemType == QStyleOptionMenuItem::Separator && item.text.isEmpty())
+        return drawMenuSeparator(item, painter);
+    if (!(item.state & State_Selected) || !(item.state & State_Enabled))
+        return QProxyStyle::drawControl(CE_MenuItem, &item, painter, widget);
+    drawMenuSelection(item, painter);
+    QStyleOptionMenuItem chosen(item);
+    chosen.state.setFlag(State_Selected, false);
+    const QColor ink = item.palette.color(QPalette::HighlightedText);
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+        chosen.palette.setColor(role, ink);
+    QProxyStyle::drawControl(CE_MenuItem, &chosen, painter, widget);
 }
 
 void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                                const QWidget* widget) const
 {
-    if (const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option); control == CC_ComboBox && combo) {
-        const auto colors = theme::colors(option->palette);
-        drawBox(painter, option->rect, controlFill(*option, colors), colors.border, theme::kRadiusControl);
-        drawChevron(painter, subControlRect(control, option, SC_ComboBoxArrow, widget), colors.textSecondary);
-        if (option->state & State_HasFocus)
-            drawFocusRing(painter, option->rect, theme::kRadiusControl);
-        return;
-    }
+    if (control == CC_ComboBox)
+        return drawComboBox(*option, subControlRect(control, option, SC_ComboBoxArrow, widget), painter);
+    if (const auto* spin = qstyleoption_cast<const QStyleOptionSpinBox*>(option); control == CC_SpinBox && spin)
+        return drawSpinBox(*spin, subControlRect(control, option, SC_SpinBoxUp, widget),
+                           subControlRect(control, option, SC_SpinBoxDown, widget), painter);
     if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option); control == CC_ScrollBar && bar)
         return drawScrollBar(*bar, subControlRect(control, option, SC_ScrollBarSlider, widget), painter);
     QProxyStyle::drawComplexControl(control, option, painter, widget);
@@ -235,6 +172,8 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWi
     case PM_MenuHMargin:
     case PM_MenuVMargin:
         return theme::kSpaceXs;
+    case PM_MessageBoxIconSize:
+        return kMessageIconEdge;
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:
         return 0;
@@ -266,6 +205,15 @@ int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* 
     }
 }
 
+QIcon Style::standardIcon(StandardPixmap which, const QStyleOption* option, const QWidget* widget) const
+{
+    // The toolkit would look into the icon theme and load all of its image plug-ins for this.
+    if (which == SP_LineEditClearButton)
+        return icons::glyphIcon(QStringLiteral("glyph-cancel"));
+    const QIcon sign = messageIcon(which, widget ? widget->palette() : standardPalette());
+    return sign.isNull() ? QProxyStyle::standardIcon(which, option, widget) : sign;
+}
+
 QRect Style::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const
 {
     const QRect rect = QProxyStyle::subElementRect(element, option, widget);
@@ -282,6 +230,8 @@ QRect Style::subControlRect(ComplexControl control, const QStyleOptionComplex* o
                           QRect(option->rect.right() - 27, option->rect.top(), 24, option->rect.height()));
     if (control == CC_ComboBox && part == SC_ComboBoxEditField)
         return visualRect(option->direction, option->rect, option->rect.adjusted(theme::kSpaceS, 2, -28, -2));
+    if (control == CC_SpinBox)
+        return spinBoxRect(*option, part);
     const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
     if (control != CC_ScrollBar || !bar)
         return QProxyStyle::subControlRect(control, option, part, widget);
@@ -313,6 +263,26 @@ QRect Style::subControlRect(ComplexControl control, const QStyleOptionComplex* o
     }
 }
 
+QRect Style::spinBoxRect(const QStyleOptionComplex& option, SubControl part)
+{
+    const QRect inner = option.rect.adjusted(2, 2, -2, -2);
+    const int half = inner.height() / 2;
+    const int left = inner.right() - kSpinButtonWidth + 1;
+    const auto placed = [&option](const QRect& rect) { return visualRect(option.direction, option.rect, rect); };
+    switch (part) {
+    case SC_SpinBoxFrame:
+        return option.rect;
+    case SC_SpinBoxUp:
+        return placed({left, inner.top(), kSpinButtonWidth, half});
+    case SC_SpinBoxDown:
+        return placed({left, inner.bottom() - half + 1, kSpinButtonWidth, half});
+    case SC_SpinBoxEditField:
+        return placed(inner.adjusted(theme::kSpaceXs, 0, -kSpinButtonWidth, 0));
+    default:
+        return {};
+    }
+}
+
 QSize Style::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                               const QWidget* widget) const
 {
@@ -325,8 +295,15 @@ QSize Style::sizeFromContents(ContentsType type, const QStyleOption* option, con
         return {size.width() + theme::kSpaceS, comfortable};
     case CT_ComboBox:
         return {size.width() + theme::kSpaceL, comfortable};
+    case CT_SpinBox:
+        return {contents.width() + kSpinButtonWidth + theme::kSpaceL, comfortable};
+    case CT_HeaderSection:
+        return {size.width(), option->fontMetrics.height() + theme::kSpaceM};
     case CT_MenuItem:
-        return {size.width(), qMax(size.height(), option->fontMetrics.height() + theme::kSpaceS)};
+        if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+            item && item->menuItemType == QStyleOptionMenuItem::Separator && item->text.isEmpty())
+            return {size.width(), kMenuSeparatorHeight};
+        return {size.width(), qMax(size.height(), option->fontMetrics.height() + theme::kSpaceM)};
     default:
         return size;
     }

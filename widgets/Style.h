@@ -3,6 +3,7 @@
 #include <QProxyStyle>
 
 class QFocusEvent;
+class QStyleOptionMenuItem;
 
 namespace vantoro {
 
@@ -27,12 +28,19 @@ public:
                     const QWidget* widget = nullptr) const override;
     int styleHint(StyleHint hint, const QStyleOption* option = nullptr, const QWidget* widget = nullptr,
                   QStyleHintReturn* result = nullptr) const override;
+    QIcon standardIcon(StandardPixmap which, const QStyleOption* option = nullptr,
+                       const QWidget* widget = nullptr) const override;
     QRect subElementRect(SubElement element, const QStyleOption* option,
                          const QWidget* widget = nullptr) const override;
     QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
                          const QWidget* widget = nullptr) const override;
     QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                            const QWidget* widget = nullptr) const override;
+
+private:
+    void drawHeaderLabel(const QStyleOption* option, QPainter* painter, const QWidget* widget) const;
+    void drawMenuItem(const QStyleOptionMenuItem& item, QPainter* painter, const QWidget* widget) const;
+    static QRect spinBoxRect(const QStyleOptionComplex& option, SubControl part);
 };
 
 /// Whether focus came in a way that calls for the ring: by a key or by the program, not by a click or with the window.
