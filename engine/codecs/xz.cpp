@@ -1,77 +1,253 @@
 #include "engine/codecs/xz.h"
 
 #include "engine/codecs/liblzma.h"
+#include "engine/codecs/xz_block.h"
+#include "engine/codecs/xz_parallel.h"
 
 #include <algorithm>
 #include <array>
+#include <numeric>
 
 namespace vantoro {
 
 namespace {
 
 constexpr std::uint64_t kMemoryForIndex = 64 << 20;
-constexpr std::uint64_t kMemoryForThreads = 160 << 20;
 constexpr std::uint64_t kLargestSharedBlock = 64 << 20;
+constexpr std::size_t kInput = 128 << 10;
+constexpr std::uint64_t kMemoryBesideDictionary = 16 << 20;
+constexpr Error kTruncated{ErrorCode::Truncated, "xz: the input ends too early"};
 
-class XzDecoder final : public LibLzmaDecoder {
+/// Pieces of a stream, each with room behind it.
+class PackedStream final : public PackedBytes {
 public:
-    XzDecoder(StreamPtr packed, const CodecParams& params, XzBlocks blocks)
-        : LibLzmaDecoder(std::move(packed), params)
-        , m_threads(params.threads)
-        , m_blocks(std::move(blocks))
+    explicit PackedStream(StreamPtr stream)
+        : m_in(std::move(stream), kInput)
+        , m_piece(kMostTaken + LzmaDecoder::kMargin)
     {
+    }
+    Result<ConstBytes> take(std::size_t count) override
+    {
+        for (std::size_t done = 0; done < count;) {
+            const auto some = TRY(m_in.peek());
+            if (some.empty())
+                return kTruncated;
+            const auto part = std::min(some.size(), count - done);
+            std::memcpy(m_piece.data() + done, some.data(), part);
+            done += part;
+            consume(part);
+        }
+        return ConstBytes(m_piece).first(count);
+    }
+    Result<ConstBytes> peek() { return m_in.peek(); }
+    void consume(std::size_t count)
+    {
+        m_in.consume(count);
+        m_taken += count;
+    }
+    std::uint64_t taken() const { return m_taken; }
+
+private:
+    BufferedInput m_in;
+    std::vector<std::byte> m_piece;
+    std::uint64_t m_taken = 0;
+};
+
+/// Block by block as they come; for a stream, or blocks too large to hold.
+class XzDecoder final : public Decoder {
+public:
+    XzDecoder(StreamPtr packed, const CodecParams& params)
+        : Decoder(params.cancel)
+        , m_in(std::move(packed))
+        , m_limits(params.limits)
+    {
+    }
+    ~XzDecoder() override
+    {
+        lzma_end(&m_library);
+        lzma_index_hash_end(m_index, nullptr);
     }
 
 private:
-    Result<void> begin(lzma_stream& lzma) override
+    enum class State : std::uint8_t { Between, InStream, InPlainBlock, InOtherBlock, End };
+
+    Result<void> decode(SpanWriter& out) override
     {
-        const auto code = m_threads > 1 && m_blocks.areSmall && m_blocks.ends.size() > 1
-            ? beginThreaded(lzma)
-            : lzma_stream_decoder(&lzma, memoryLimit(), 0);
-        if (code != LZMA_OK)
-            return lzmaError(code);
+        while (out.room() > 0 && m_state != State::End) {
+            switch (m_state) {
+            case State::Between:
+                TRY(beginStream());
+                break;
+            case State::InStream:
+                TRY(nextBlock());
+                break;
+            case State::InPlainBlock:
+                TRY(decodePlain(out));
+                break;
+            case State::InOtherBlock:
+                TRY(decodeOther(out));
+                break;
+            case State::End:
+                break;
+            }
+        }
         return {};
     }
 
-    lzma_ret beginThreaded(lzma_stream& lzma)
+    Result<void> beginStream()
     {
-        lzma_mt options{};
-        options.threads = m_threads;
-        options.memlimit_threading = kMemoryForThreads;
-        options.memlimit_stop = memoryLimit();
-        return lzma_stream_decoder_mt(&lzma, &options);
+        const auto header = TRY(m_in.take(LZMA_STREAM_HEADER_SIZE));
+        const auto code = lzma_stream_header_decode(&m_flags, reinterpret_cast<const std::uint8_t*>(header.data()));
+        if (code != LZMA_OK)
+            return lzmaError(code);
+        m_index = lzma_index_hash_init(m_index, nullptr);
+        if (!m_index)
+            return lzmaError(LZMA_MEM_ERROR);
+        m_state = State::InStream;
+        return {};
     }
 
-    void decoded(const SpanWriter& out) override
+    Result<void> nextBlock()
     {
-        // A byte of the next block is out: so the check of the one before held.
-        const auto reached = position() + out.used();
-        while (m_nextBlock < m_blocks.ends.size() && m_blocks.ends[m_nextBlock] < reached)
-            ++m_nextBlock;
-        if (m_nextBlock > 0)
-            markVerifiedUpTo(m_blocks.ends[m_nextBlock - 1]);
+        const auto next = TRY(m_in.peek());
+        if (next.empty())
+            return kTruncated;
+        if (next.front() == std::byte{0})
+            return endStream();
+        const auto header = TRY(m_in.take(XzBlockHeader::lengthOf(next.front())));
+        m_header = TRY(XzBlockHeader::parse(header, m_flags.check));
+        m_blockStart = m_in.taken();
+        m_blockSize = 0;
+        if (!m_header->isPlain())
+            return beginOther();
+        TRY(checkLzmaDictionary(m_header->dictionary(), m_limits));
+        if (!m_window || m_windowSize != m_header->dictionary()) {
+            m_window.reset();
+            m_window.emplace(TRY(LzmaWindow::ring(m_header->dictionary())));
+            m_windowSize = m_header->dictionary();
+        }
+        m_lzma2.emplace(m_in, *m_window);
+        m_check = XzCheck(m_flags.check);
+        m_state = State::InPlainBlock;
+        return {};
     }
 
-    Result<bool> finished(BufferedInput& in, SpanWriter& out) override
+    Result<void> decodePlain(SpanWriter& out)
     {
+        const auto more = m_lzma2->step(out.room());
+        const auto fresh = m_lzma2->fresh();
+        m_check.add(fresh);
+        m_blockSize += fresh.size();
+        out.put(fresh);
+        if (TRY(more))
+            return {};
+        const auto packed = m_in.taken() - m_blockStart;
+        if (!m_header->declares(packed, m_blockSize))
+            return Error{ErrorCode::Corrupt, "xz: a block has not its declared size"};
+        const auto padding = TRY(m_in.take(xzPadding(packed)));
+        if (std::any_of(padding.begin(), padding.end(), [](std::byte value) { return value != std::byte{0}; }))
+            return Error{ErrorCode::Corrupt, "xz: padding of a block"};
+        const auto stored = TRY(m_in.take(m_check.size()));
+        if (!m_check.matches(stored))
+            return Error{ErrorCode::ChecksumMismatch, "xz: checksum of a block"};
+        return endBlock(m_header->block().header_size + packed + m_check.size(), m_blockSize, out);
+    }
+
+    Result<void> beginOther()
+    {
+        const auto needed = lzma_raw_decoder_memusage(m_header->block().filters);
+        const auto allowed = m_limits.dictionary + kMemoryBesideDictionary;
+        if (needed != UINT64_MAX && needed > allowed)
+            return Error{ErrorCode::LimitExceeded, "lzma: dictionary larger than allowed", 0, needed};
+        const auto code = lzma_block_decoder(&m_library, &m_header->block());
+        if (code != LZMA_OK)
+            return lzmaError(code);
+        m_state = State::InOtherBlock;
+        return {};
+    }
+
+    Result<void> decodeOther(SpanWriter& out)
+    {
+        const auto packed = TRY(m_in.peek());
+        const auto room = out.free();
+        m_library.next_in = reinterpret_cast<const std::uint8_t*>(packed.data());
+        m_library.avail_in = packed.size();
+        m_library.next_out = reinterpret_cast<std::uint8_t*>(room.data());
+        m_library.avail_out = room.size();
+        const auto code = lzma_code(&m_library, packed.empty() ? LZMA_FINISH : LZMA_RUN);
+        m_in.consume(packed.size() - m_library.avail_in);
+        out.advance(room.size() - m_library.avail_out);
+        if (code == LZMA_OK)
+            return {};
+        if (code != LZMA_STREAM_END)
+            return lzmaError(code);
+        auto& block = m_header->block();
+        return endBlock(lzma_block_unpadded_size(&block), block.uncompressed_size, out);
+    }
+
+    Result<void> endBlock(std::uint64_t unpadded, std::uint64_t size, const SpanWriter& out)
+    {
+        if (lzma_index_hash_append(m_index, unpadded, size) != LZMA_OK)
+            return Error{ErrorCode::Corrupt, "xz: sizes of the blocks"};
         markVerified(out);
-        auto rest = TRY(in.peek());
+        m_state = State::InStream;
+        return {};
+    }
+
+    /// The index must tell what was found, and the end must agree with the beginning.
+    Result<void> endStream()
+    {
+        for (auto code = LZMA_OK; code != LZMA_STREAM_END;) {
+            const auto packed = TRY(m_in.peek());
+            if (packed.empty())
+                return kTruncated;
+            std::size_t used = 0;
+            code = lzma_index_hash_decode(m_index, reinterpret_cast<const std::uint8_t*>(packed.data()), &used,
+                                          packed.size());
+            m_in.consume(used);
+            if (code != LZMA_OK && code != LZMA_STREAM_END)
+                return lzmaError(code);
+        }
+        lzma_stream_flags footer{};
+        const auto bytes = TRY(m_in.take(LZMA_STREAM_HEADER_SIZE));
+        auto code = lzma_stream_footer_decode(&footer, reinterpret_cast<const std::uint8_t*>(bytes.data()));
+        if (code == LZMA_FORMAT_ERROR || footer.backward_size != lzma_index_hash_size(m_index))
+            code = LZMA_DATA_ERROR;
+        if (code == LZMA_OK)
+            code = lzma_stream_flags_compare(&m_flags, &footer);
+        if (code != LZMA_OK)
+            return lzmaError(code);
+        return endOrNext();
+    }
+
+    Result<void> endOrNext()
+    {
+        auto rest = TRY(m_in.peek());
         std::uint64_t padding = 0;
         while (!rest.empty() && rest.front() == std::byte{0}) {
             ++padding;
-            in.consume(1);
-            rest = TRY(in.peek());
+            m_in.consume(1);
+            rest = TRY(m_in.peek());
         }
-        if (rest.empty() && padding % 4 == 0)
-            return false;
-        if (padding % 4 != 0 || rest.front() != std::byte{0xFD})
+        if (padding % 4 != 0 || (!rest.empty() && rest.front() != std::byte{0xFD}))
             return Error{ErrorCode::TrailingData, "xz: neither padding nor a stream after the end"};
-        return true;
+        m_state = rest.empty() ? State::End : State::Between;
+        return {};
     }
 
-    unsigned m_threads;
-    XzBlocks m_blocks;
-    std::size_t m_nextBlock = 0;
+    PackedStream m_in;
+    Limits m_limits;
+    State m_state = State::Between;
+    lzma_stream_flags m_flags{};
+    lzma_index_hash* m_index = nullptr;
+    std::unique_ptr<XzBlockHeader> m_header;
+    std::uint64_t m_blockStart = 0; ///< of its data in the input
+    std::uint64_t m_blockSize = 0; ///< decoded so far
+    std::optional<LzmaWindow> m_window;
+    std::uint64_t m_windowSize = 0;
+    std::optional<Lzma2Decoder> m_lzma2;
+    XzCheck m_check{LZMA_CHECK_NONE};
+    lzma_stream m_library = LZMA_STREAM_INIT;
 };
 
 /// liblzma's reader of indices, which asks for positions of the file.
@@ -124,6 +300,12 @@ private:
 
 }
 
+std::uint64_t XzBlocks::size() const
+{
+    return std::accumulate(all.begin(), all.end(), std::uint64_t{0},
+                           [](std::uint64_t sum, const Block& block) { return sum + block.size; });
+}
+
 XzBlocks readXzBlocks(const ByteSource& source, const Limits& limits)
 {
     XzBlocks blocks;
@@ -135,15 +317,19 @@ XzBlocks readXzBlocks(const ByteSource& source, const Limits& limits)
     lzma_index_iter_init(&each, index);
     blocks.areSmall = true;
     while (!lzma_index_iter_next(&each, LZMA_INDEX_ITER_NONEMPTY_BLOCK)) {
-        blocks.ends.push_back(each.block.uncompressed_file_offset + each.block.uncompressed_size);
-        blocks.areSmall = blocks.areSmall && each.block.uncompressed_size <= kLargestSharedBlock;
+        const auto& block = each.block;
+        blocks.all.push_back({block.compressed_file_offset, block.total_size, block.uncompressed_size,
+                              static_cast<unsigned>(each.stream.flags->check)});
+        blocks.areSmall = blocks.areSmall && std::max(block.uncompressed_size, block.total_size) <= kLargestSharedBlock;
     }
     return blocks;
 }
 
 Result<StreamPtr> openXz(StreamPtr packed, const CodecParams& params, XzBlocks blocks)
 {
-    return StreamPtr(std::make_unique<XzDecoder>(std::move(packed), params, std::move(blocks)));
+    if (params.threads > 1 && blocks.areSmall && blocks.all.size() > 1)
+        return openXzBlocks(std::move(packed), params, std::move(blocks));
+    return StreamPtr(std::make_unique<XzDecoder>(std::move(packed), params));
 }
 
 }

@@ -208,8 +208,8 @@ Result<StreamFormatRow::Inner> describeXz(const ByteSource& source)
 {
     const auto blocks = readXzBlocks(source, {});
     StreamFormatRow::Inner inner;
-    if (!blocks.ends.empty())
-        inner.size = blocks.ends.back();
+    if (!blocks.all.empty())
+        inner.size = blocks.size();
     return inner;
 }
 

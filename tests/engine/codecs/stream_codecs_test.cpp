@@ -224,7 +224,8 @@ TEST(Xz, vouchesForTheBlocksBeforeADamagedOne)
     auto packed = packers::xz(data, 50'000);
     const auto source = memorySource(packed);
     const auto blocks = readXzBlocks(*source, {});
-    ASSERT_EQ(blocks.ends, (std::vector<std::uint64_t>{50'000, 100'000, 150'000, 200'000}));
+    ASSERT_EQ(blocks.all.size(), 4U);
+    ASSERT_EQ(blocks.size(), 200'000U);
     packed[packed.size() * 5 / 8] ^= 1; // in the third block
     for (const unsigned threads : {1U, 2U}) {
         auto stream = openXz(textStream(packed), {.threads = threads}, blocks);
