@@ -46,6 +46,7 @@ constexpr std::array kCodes{
     CodeRow{ErrorCode::EncodingNeeded, 30},
     CodeRow{ErrorCode::SourceUnreadable, 31},
     CodeRow{ErrorCode::UnsupportedKindOfArchive, 32},
+    CodeRow{ErrorCode::TrailingData, 33},
 };
 
 }
