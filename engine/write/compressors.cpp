@@ -1,11 +1,11 @@
 #include "engine/write/compressors.h"
 
+#include "engine/write/bzip2_sink.h"
 #include "engine/write/ordered_jobs.h"
 
 #include <algorithm>
 #include <array>
 
-#include <bzlib.h>
 #include <libdeflate.h>
 #include <lz4frame.h>
 #include <lzma.h>
@@ -19,7 +19,7 @@ using Block = std::vector<std::byte>;
 constexpr Error kFailed{ErrorCode::Internal, "a compressor failed"};
 
 /// Cuts what comes into pieces that are compressed side by side, each into a stream of its own; joined they are one
-/// valid file (gzip members, bzip2 streams).
+/// valid file (gzip members).
 class PieceSink final : public ByteSink {
 public:
     using Compress = std::function<Result<Block>(ConstBytes)>;
@@ -83,19 +83,6 @@ Result<Block> gzipPiece(ConstBytes piece, int level)
     Block packed(libdeflate_gzip_compress_bound(compressor.get(), piece.size()));
     packed.resize(libdeflate_gzip_compress(compressor.get(), piece.data(), piece.size(), packed.data(), packed.size()));
     return packed.empty() ? Result<Block>(kFailed) : packed;
-}
-
-Result<Block> bzip2Piece(ConstBytes piece, int level)
-{
-    Block packed(piece.size() + piece.size() / 100 + 700);
-    auto length = static_cast<unsigned>(packed.size());
-    auto* input = const_cast<char*>(reinterpret_cast<const char*>(piece.data())); // the library does not write to it
-    const int result = BZ2_bzBuffToBuffCompress(reinterpret_cast<char*>(packed.data()), &length, input,
-                                                static_cast<unsigned>(piece.size()), level, 0, 0);
-    if (result != BZ_OK)
-        return kFailed;
-    packed.resize(length);
-    return packed;
 }
 
 class XzSink final : public ByteSink {
@@ -273,13 +260,8 @@ Result<std::unique_ptr<ByteSink>> makeCompressor(std::string_view method, ByteSi
         return std::unique_ptr<ByteSink>(std::make_unique<PieceSink>(
             out, std::size_t{1} << 20, threads, [own](ConstBytes piece) { return gzipPiece(piece, own); }));
     }
-    if (method == "bz2") {
-        const int own = scaled(level, 9, {1, 1, 2, 3, 4, 5, 6, 7, 8, 9});
-        // Just under a block's size: the run-length coding in front may grow the piece by a quarter.
-        const auto pieceSize = static_cast<std::size_t>(own) * 100'000 - 20;
-        return std::unique_ptr<ByteSink>(std::make_unique<PieceSink>(
-            out, pieceSize, threads, [own](ConstBytes piece) { return bzip2Piece(piece, own); }));
-    }
+    if (method == "bz2")
+        return makeBzip2Sink(out, static_cast<unsigned>(scaled(level, 9, {1, 1, 2, 3, 4, 5, 6, 7, 8, 9})), threads);
     if (method == "xz")
         return XzSink::make(out, level.value_or(6), threads, expectedSize, cancel);
     if (method == "zst")
