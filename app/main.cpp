@@ -5,6 +5,7 @@
 #include "app/ExtractionReporter.h"
 #include "app/MainWindows.h"
 #include "app/StatusMenu.h"
+#include "engine/open.h"
 #include "files/FilePanels.h"
 #include "platform/OrphanedFolders.h"
 #include "widgets/Appearance.h"
@@ -92,6 +93,7 @@ int runApplication(const LaunchRequest& request, const QString& activationToken)
         break;
     }
 
+    holdDecoders();
     OrphanedFolders::keepForEngine();
     ExtractionReporter reporter(kApplicationId);
     QObject::connect(&delegate, &AppDelegate::extractionsFinished, &reporter, &ExtractionReporter::extractionsFinished);

@@ -116,6 +116,8 @@ Result<std::unique_ptr<OpenedArchive>> openArchive(const std::string& path, cons
 
 std::string archiveStem(std::string_view fileName) { return stemOf(fileName); }
 
+void holdDecoders() { cage::holdWorkerProgram(); }
+
 std::string describeDecoders() { return cage::describeCage(cage::workerProgram()); }
 
 std::vector<FormatDescription> supportedFormats()

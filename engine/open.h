@@ -38,6 +38,10 @@ Result<std::unique_ptr<OpenedArchive>> openArchive(const std::string& path, cons
 /// Name without archive extensions, by the same rule as OpenedArchive::stem(), for a bare file name.
 std::string archiveStem(std::string_view fileName);
 
+/// Call at the start of a program that runs for long: archives are then decoded by the build that the program is of,
+/// even when it is updated meanwhile.
+void holdDecoders();
+
 /// A sentence about the process in which decoders run: "decoders run confined", or what is missing.
 std::string describeDecoders();
 

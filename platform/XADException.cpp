@@ -47,6 +47,7 @@ constexpr std::array kCodes{
     CodeRow{ErrorCode::SourceUnreadable, 31},
     CodeRow{ErrorCode::UnsupportedKindOfArchive, 32},
     CodeRow{ErrorCode::TrailingData, 33},
+    CodeRow{ErrorCode::ProgramReplaced, 34},
 };
 
 }

@@ -9,6 +9,7 @@
 #include <ctime>
 
 #include <malloc.h>
+#include <sys/prctl.h>
 
 namespace {
 
@@ -40,6 +41,7 @@ vantoro::Result<vantoro::ArchivePtr> openForCertain(const vantoro::SourcePtr& so
 int main(int argc, char** argv)
 {
     // One arena a thread would use up the address space that the limits leave.
+    ::prctl(PR_SET_NAME, "vantoro-worker"); // it may have been started by a descriptor
     ::mallopt(M_ARENA_MAX, 2);
     ::tzset();
     const auto needs = vantoro::cage::workerNeeds(argc, argv);

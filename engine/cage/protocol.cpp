@@ -76,9 +76,8 @@ public:
     }
     std::optional<Error> error()
     {
-        constexpr auto kCodes = static_cast<unsigned>(ErrorCode::TrailingData) + 1;
         const bool isSet = small(2) != 0;
-        const auto code = small(kCodes);
+        const auto code = small(kErrorCodes);
         const auto osError = get<std::int32_t>();
         const auto wanted = get<std::uint64_t>();
         if (!isSet)
@@ -97,6 +96,8 @@ private:
 constexpr Error kBadBlock{ErrorCode::Corrupt, "cage: malformed block"};
 
 }
+
+std::uint64_t buildMark() { return VANTORO_CAGE_MARK; }
 
 std::vector<std::byte> encodeMessage(const Message& message)
 {

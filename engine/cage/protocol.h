@@ -17,11 +17,14 @@ enum class MessageType : std::uint32_t {
     Password, ///< answer to NeedPassword: text, or an error
     Parts, ///< descriptors and sizes that go before those of the next Open or Volume
     // worker to parent
-    Ready, ///< confined and waiting; number: ConfinementStep bits that are in force
+    Ready, ///< confined and waiting; number: ConfinementStep bits that are in force; values: the worker's buildMark()
     NeedVolume, ///< text: bare name
     NeedPassword, ///< number: attempt
     Done, ///< the request is over, well or with an error; the archive's description is in ring 0
 };
+
+/// The same in every build whose two ends understand each other: made of the sources that say what crosses.
+std::uint64_t buildMark();
 
 constexpr std::size_t kMaxText = 64 << 10;
 constexpr std::size_t kMaxParts = 16; ///< descriptors in one message

@@ -120,6 +120,7 @@ public:
         Message ready;
         ready.type = MessageType::Ready;
         ready.number = confinement;
+        ready.values = {buildMark()};
         if (!m_channel.send(ready))
             return 1;
         while (true) {

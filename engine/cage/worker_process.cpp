@@ -9,6 +9,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <map>
+#include <mutex>
 
 #include <fcntl.h>
 #include <linux/limits.h>
@@ -24,6 +26,32 @@ namespace {
 // Words for Libraries on the command line.
 constexpr std::array<const char*, 3> kLibraryOptions{"few", "7z", "all"};
 constexpr int kStartLimit = 10'000; // milliseconds
+
+/// dup2 onto the same number would keep close-on-exec: moved out of the way first.
+Result<Descriptor> awayFromTargets(int fd)
+{
+    Descriptor moved(::fcntl(fd, F_DUPFD_CLOEXEC, 10));
+    if (moved.get() < 0)
+        return Error{ErrorCode::Internal, "cage: duplicating a descriptor", errno};
+    return moved;
+}
+
+/// What to execute for the program at a path: the file that was there when it was first asked for. An update puts
+/// another in its place, which need not understand us.
+std::string heldProgram(const std::string& path)
+{
+    static std::mutex mutex;
+    static std::map<std::string, Descriptor> held;
+    const std::lock_guard lock(mutex);
+    const auto [program, isNew] = held.try_emplace(path);
+    if (isNew) {
+        const Descriptor file(::open(path.c_str(), O_PATH | O_CLOEXEC));
+        if (auto moved = awayFromTargets(file.get()))
+            program->second = *std::move(moved);
+    }
+    auto link = "/proc/self/fd/" + std::to_string(program->second.get());
+    return ::access(link.c_str(), X_OK) == 0 ? link : path;
+}
 
 /// Of the running program, with a slash at its end; empty when it cannot be told.
 std::string programFolder()
@@ -88,20 +116,37 @@ Result<pid_t> spawn(const std::string& program, const WorkerNeeds& needs, int so
     std::string libraries = kLibraryOptions[static_cast<std::size_t>(needs.libraries)];
     std::array<char*, 4> arguments{name.data(), dictionary.data(), libraries.data(), nullptr};
     pid_t pid = -1;
-    const int reason
-        = ::posix_spawn(&pid, program.c_str(), &spawn.actions, &spawn.attributes, arguments.data(), pointers.data());
+    const int reason = ::posix_spawn(&pid, heldProgram(program).c_str(), &spawn.actions, &spawn.attributes,
+                                     arguments.data(), pointers.data());
     if (reason != 0)
         return Error{ErrorCode::Internal, "cage: starting the worker", reason};
     return pid;
 }
 
-/// dup2 onto the same number would keep close-on-exec: moved out of the way first.
-Result<Descriptor> awayFromTargets(int fd)
+/// Until the worker is confined; by which means.
+Result<std::uint32_t> awaitReady(const Channel& channel)
 {
-    Descriptor moved(::fcntl(fd, F_DUPFD_CLOEXEC, 10));
-    if (moved.get() < 0)
-        return Error{ErrorCode::Internal, "cage: duplicating a descriptor", errno};
-    return moved;
+    constexpr Error kOther{ErrorCode::ProgramReplaced, "cage: the worker is of another build"};
+    const auto ready = channel.receive(kStartLimit, 0);
+    if (!ready)
+        return ready.error().code == ErrorCode::Corrupt ? kOther : ready.error();
+    if (!*ready || (*ready)->message.type != MessageType::Ready)
+        return Error{ErrorCode::DecoderStopped, "cage: the worker did not start"};
+    if ((*ready)->message.values != std::vector{buildMark()})
+        return kOther;
+    return static_cast<std::uint32_t>((*ready)->message.number);
+}
+
+/// In the build tree; in an installation, wherever that was moved to; where it was to be installed.
+std::string findWorkerProgram()
+{
+    const auto here = programFolder();
+    for (const auto& folder : {here, here + VANTORO_LIBEXEC_FROM_BIN "/", std::string(VANTORO_LIBEXEC_DIR "/")}) {
+        const auto candidate = folder + "vantoro-worker";
+        if (folder.starts_with('/') && ::access(candidate.c_str(), X_OK) == 0)
+            return candidate;
+    }
+    return {};
 }
 
 }
@@ -113,14 +158,14 @@ std::string workerProgram()
         return {};
     if (const char* program = std::getenv("VANTORO_WORKER"))
         return program;
-    const auto here = programFolder();
-    // In the build tree; in an installation, wherever that was moved to; where it was to be installed.
-    for (const auto& folder : {here, here + VANTORO_LIBEXEC_FROM_BIN "/", std::string(VANTORO_LIBEXEC_DIR "/")}) {
-        const auto candidate = folder + "vantoro-worker";
-        if (folder.starts_with('/') && ::access(candidate.c_str(), X_OK) == 0)
-            return candidate;
-    }
-    return {};
+    static const auto found = findWorkerProgram(); // what was there once is held
+    return found;
+}
+
+void holdWorkerProgram()
+{
+    if (const auto program = workerProgram(); !program.empty())
+        heldProgram(program);
 }
 
 WorkerNeeds workerNeeds(int argc, char** argv)
@@ -146,10 +191,7 @@ Result<std::unique_ptr<WorkerProcess>> WorkerProcess::start(const std::string& p
     std::unique_ptr<WorkerProcess> process(new WorkerProcess(pid, Channel(std::move(ends.first)), std::move(area)));
     socket = Descriptor(); // or we would never see the worker's end close
     ends.second = Descriptor();
-    auto ready = TRY(process->m_channel.receive(kStartLimit, 0));
-    if (!ready || ready->message.type != MessageType::Ready)
-        return Error{ErrorCode::DecoderStopped, "cage: the worker did not start"};
-    process->m_confinement = static_cast<std::uint32_t>(ready->message.number);
+    process->m_confinement = TRY(awaitReady(process->m_channel));
     return process;
 }
 

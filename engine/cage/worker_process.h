@@ -33,6 +33,9 @@ struct WorkerNeeds {
 /// VANTORO_CAGE=off.
 std::string workerProgram();
 
+/// Has workers run the program that is there now, whatever an update puts in its place later.
+void holdWorkerProgram();
+
 /// What the worker's command line says; the usual where it says nothing.
 WorkerNeeds workerNeeds(int argc, char** argv);
 

@@ -71,6 +71,8 @@ const char* describe(ErrorCode code)
         return "archives of this kind cannot be created";
     case ErrorCode::TrailingData:
         return "something unknown follows the end of the compressed data";
+    case ErrorCode::ProgramReplaced:
+        return "the program was updated while it runs; please start it again";
     }
     return "an unknown error occurred";
 }

@@ -47,7 +47,9 @@ enum class ErrorCode : std::uint8_t {
     SourceUnreadable, ///< a file to be archived cannot be read
     UnsupportedKindOfArchive, ///< no writer for that kind
     TrailingData, ///< everything came out as stored, but something unknown follows the end of the compressed data
+    ProgramReplaced, ///< the worker program is of another build than this process
 };
+constexpr unsigned kErrorCodes = static_cast<unsigned>(ErrorCode::ProgramReplaced) + 1;
 
 /// Why an engine call failed. Trivially copyable, so that failing costs no allocation.
 struct Error {

@@ -1029,6 +1029,10 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
         <translation>auf das Ende der komprimierten Daten folgt etwas Unbekanntes</translation>
     </message>
     <message>
+        <source>the program was updated while it runs; please start it again</source>
+        <translation>das Programm wurde aktualisiert, während es läuft; bitte starten Sie es neu</translation>
+    </message>
+    <message>
         <source>an unknown error occurred</source>
         <translation>ein unbekannter Fehler ist aufgetreten</translation>
     </message>

@@ -1029,6 +1029,10 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
         <translation>tras el final de los datos comprimidos hay algo desconocido</translation>
     </message>
     <message>
+        <source>the program was updated while it runs; please start it again</source>
+        <translation>el programa se actualizó mientras se ejecutaba; inícielo de nuevo</translation>
+    </message>
+    <message>
         <source>an unknown error occurred</source>
         <translation>se ha producido un error desconocido</translation>
     </message>

@@ -1029,6 +1029,10 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
         <translation>des données inconnues suivent la fin des données compressées</translation>
     </message>
     <message>
+        <source>the program was updated while it runs; please start it again</source>
+        <translation>le programme a été mis à jour pendant son exécution ; veuillez le redémarrer</translation>
+    </message>
+    <message>
         <source>an unknown error occurred</source>
         <translation>une erreur inconnue s’est produite</translation>
     </message>

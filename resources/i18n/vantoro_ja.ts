@@ -1018,6 +1018,10 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
         <translation>圧縮データの末尾の後に不明なデータがあります</translation>
     </message>
     <message>
+        <source>the program was updated while it runs; please start it again</source>
+        <translation>プログラムが実行中に更新されました。もう一度起動してください</translation>
+    </message>
+    <message>
         <source>an unknown error occurred</source>
         <translation>不明なエラーが発生しました</translation>
     </message>

@@ -1018,6 +1018,10 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
         <translation>压缩数据末尾之后有未知内容</translation>
     </message>
     <message>
+        <source>the program was updated while it runs; please start it again</source>
+        <translation>程序在运行时被更新，请重新启动</translation>
+    </message>
+    <message>
         <source>an unknown error occurred</source>
         <translation>发生未知错误</translation>
     </message>

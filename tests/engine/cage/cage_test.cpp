@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <filesystem>
 #include <map>
 #include <ostream>
 #include <thread>
@@ -96,6 +97,7 @@ unsigned children()
 
 TEST(Cage, behavesLikeTheArchiveBehindIt)
 {
+    (void)open("refuse"); // keeps a descriptor of the worker's program
     const auto descriptors = children();
     {
         auto archive = open("behave");
@@ -233,6 +235,30 @@ TEST(Cage, aDeadWorkerIsReplacedAtTheNextCall)
     EXPECT_EQ(got.listed.size(), 2U);
 }
 
+TEST(Cage, anUpdateDoesNotPartARunningProgramFromItsWorker)
+{
+    const auto folder = std::filesystem::temp_directory_path() / ("cage-test-" + std::to_string(::getpid()));
+    std::filesystem::create_directory(folder);
+    const auto worker = folder / "worker";
+    std::filesystem::copy_file(HOSTILE_WORKER, worker);
+    const auto opens = [&] { return openCaged(worker, memorySource("script"), {}).has_value(); };
+    EXPECT_TRUE(opens());
+    std::filesystem::copy_file("/bin/false", folder / "new");
+    std::filesystem::rename(folder / "new", worker);
+    EXPECT_TRUE(opens());
+    std::filesystem::remove_all(folder);
+    EXPECT_TRUE(opens());
+}
+
+TEST(Cage, aWorkerOfAnotherBuildIsTold)
+{
+    ::setenv("TZ", "another build", 1);
+    const auto archive = open("script");
+    ::unsetenv("TZ");
+    ASSERT_FALSE(archive);
+    EXPECT_EQ(archive.error().code, ErrorCode::ProgramReplaced);
+}
+
 TEST(Cage, crashesWhileOpeningOrListingAreErrors)
 {
     const auto archive = open("crash in open");
@@ -248,6 +274,7 @@ TEST(Cage, crashesWhileOpeningOrListingAreErrors)
 // From the first message after the request to open to the last of a run with a question in it.
 TEST(Cage, aWorkerKilledAtAnyMessageIsToldAndLeavesNothing)
 {
+    (void)open("refuse"); // keeps a descriptor of the worker's program
     for (const auto* rest : {"ask for a volume", "ask for a password"}) {
         const auto descriptors = children();
         int survivedAfter = 0;
