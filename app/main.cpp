@@ -8,6 +8,7 @@
 #include "engine/open.h"
 #include "files/FilePanels.h"
 #include "platform/OrphanedFolders.h"
+#include "platform/TerminationSignals.h"
 #include "widgets/Appearance.h"
 #include "widgets/Icons.h"
 #include "widgets/Translation.h"
@@ -94,6 +95,9 @@ int runApplication(const LaunchRequest& request, const QString& activationToken)
     }
 
     holdDecoders();
+    // Without a question: whoever sends these has decided.
+    TerminationSignals termination;
+    QObject::connect(&termination, &TerminationSignals::received, qApp, &QCoreApplication::quit);
     OrphanedFolders::keepForEngine();
     ExtractionReporter reporter(kApplicationId);
     QObject::connect(&delegate, &AppDelegate::extractionsFinished, &reporter, &ExtractionReporter::extractionsFinished);
@@ -112,7 +116,7 @@ int runApplication(const LaunchRequest& request, const QString& activationToken)
     const int result = QApplication::exec();
     mainWindows.closeAll();
     PanelService::setShared(nullptr);
-    return result;
+    return termination.exitStatus().value_or(result);
 }
 
 }

@@ -7,6 +7,7 @@ import json
 import os
 import pathlib
 import shutil
+import signal
 import subprocess
 import sys
 import traceback
@@ -44,9 +45,10 @@ class User(Account):
         return [self.work / name for name in names]
 
     def start(self, *files):
-        self.launch("--compress", *files, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
+        program = self.launch("--compress", *files, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
         self.wait_for_window("Vantoro")
         self.wait_for("push button", "Compress" if files else "Add Files…")
+        return program
 
     def _accessible(self, *words):
         return subprocess.run([PYTHON, str(HERE / "accessible.py"), *words], env=self.environment, timeout=30,
@@ -197,12 +199,24 @@ def cancelling_leaves_nothing(u):
     check(u.find("push button", "Remove noise"), "the list stays")
 
 
+def ended_program_leaves_no_half_archive(u):
+    u.make("noise", data=os.urandom(96 << 20))
+    program = u.start("noise")
+    u.choose_kind("7z")
+    u.compress()
+    wait_until(lambda: u.find("push button", "Cancel"), "the archive to be written")
+    program.terminate()
+    check(program.wait(timeout=10) == 128 + signal.SIGTERM, "the program ends by itself")
+    check(os.listdir(u.out) == [], "no half archive is left, hidden or not")
+
+
 SCENARIOS = [
     dropped_files_and_folders_become_zip_archives,
     chosen_file_becomes_an_encrypted_7z,
     each_kind_holds_the_same_files,
     options_ask_for_the_password_twice,
     cancelling_leaves_nothing,
+    ended_program_leaves_no_half_archive,
 ]
 
 

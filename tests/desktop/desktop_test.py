@@ -236,6 +236,19 @@ def killed_program_is_cleaned_up_after(a):
     check(a.names() == ["secret.zip"], "nothing else is left")
 
 
+def ended_program_leaves_nothing(a):
+    hidden = a.work / ".Vantoro0"
+    for number, ready in ((signal.SIGTERM, lambda: a.launch(make_encrypted(a).name)),
+                          (signal.SIGINT, lambda: make_large(a)), (signal.SIGHUP, lambda: make_large(a))):
+        program = ready()
+        wait_until(hidden.exists, "the extraction to begin")
+        program.send_signal(number)
+        status = program.wait(timeout=10)
+        check(status == 128 + number, "status %d after signal %d" % (status, number))
+        check(not hidden.exists() and a.orphans() == [], "the hidden folder is gone")
+    check(a.names() == ["large.zip", "secret.zip"], "nothing else is left")
+
+
 def queued_archives_all_come_out(a):
     names = ["a%02d" % i for i in range(10)]
     for name in names:
@@ -252,8 +265,9 @@ def make_large(a):
     with zipfile.ZipFile(a.work / "large.zip", "w") as archive:
         for i in range(30_000):
             archive.writestr("d%d/f%d.txt" % (i % 100, i), b"tiny %d" % i)
-    a.launch("large.zip")
+    program = a.launch("large.zip")
     wait_until((a.work / ".Vantoro0").exists, "the extraction to begin")
+    return program
 
 
 def running_extraction_is_cancelled_by_keyboard(a):
