@@ -109,3 +109,18 @@ function(vantoro_qtest name)
         endif()
     endif()
 endfunction()
+
+# vantoro_starts_quickly(TARGET): for programs that are started for every archive. Loading and relocating the C++ library
+# takes longer than listing a small archive; the linker keeps of it what is used.
+include(CheckCXXSourceCompiles)
+function(vantoro_starts_quickly target)
+    if(VANTORO_SANITIZE OR NOT CMAKE_BUILD_TYPE STREQUAL "Release")
+        return()
+    endif()
+    set(CMAKE_REQUIRED_LINK_OPTIONS -static-libstdc++ -static-libgcc)
+    check_cxx_source_compiles("#include <string>\nint main(int n, char**) { return std::to_string(n).empty(); }"
+        VANTORO_HAS_STATIC_RUNTIME)
+    if(VANTORO_HAS_STATIC_RUNTIME)
+        target_link_options(${target} PRIVATE -static-libstdc++ -static-libgcc)
+    endif()
+endfunction()

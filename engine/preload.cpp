@@ -5,7 +5,7 @@
 #include "engine/backends/sevenzip_library.h"
 #include "engine/crypto/late_openssl.h"
 #include "engine/registry.h"
-#include "engine/text/converter.h"
+#include "engine/text/late_icu.h"
 
 namespace vantoro {
 
@@ -14,6 +14,7 @@ void preloadLibraries()
     preloadSevenZipFormats();
     preloadLibarchive();
     (void)opensslLibrary.load();
+    (void)icuLibrary.load(); // normal forms of passwords
 }
 
 void preloadSevenZipFormats()

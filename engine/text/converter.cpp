@@ -1,10 +1,9 @@
 #include "engine/text/converter.h"
 
+#include "engine/text/late_icu.h"
+
 #include <map>
 #include <memory>
-
-#include <unicode/ucnv.h>
-#include <unicode/ustring.h>
 
 namespace vantoro {
 
@@ -85,12 +84,14 @@ private:
 
 std::unique_ptr<Converter> open(const Charset& charset)
 {
+    if (!icuLibrary.load())
+        return nullptr;
     UErrorCode status = U_ZERO_ERROR;
     ConverterPtr converter(ucnv_open(std::string(icuName(charset.name)).c_str(), &status));
     if (U_FAILURE(status) || !converter)
         return nullptr;
-    ucnv_setToUCallBack(converter.get(), UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &status);
-    ucnv_setFromUCallBack(converter.get(), UCNV_FROM_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &status);
+    ucnv_setToUCallBack(converter.get(), &UCNV_TO_U_CALLBACK_STOP.function(), nullptr, nullptr, nullptr, &status);
+    ucnv_setFromUCallBack(converter.get(), &UCNV_FROM_U_CALLBACK_STOP.function(), nullptr, nullptr, nullptr, &status);
     return U_SUCCESS(status) ? std::make_unique<IcuConverter>(std::move(converter)) : nullptr;
 }
 
@@ -104,12 +105,6 @@ const Converter* converterFor(const Charset& charset)
     if (known != opened.end())
         return known->second.get();
     return opened.emplace(charset.id, open(charset)).first->second.get();
-}
-
-void preloadConverters()
-{
-    for (const auto& charset : charsets())
-        (void)converterFor(charset);
 }
 
 }

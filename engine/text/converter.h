@@ -21,7 +21,4 @@ public:
 /// Opened once a thread and kept; null when ICU lacks the charset.
 const Converter* converterFor(const Charset& charset);
 
-/// Opens the converters of all charsets, so that a process that loses its file system afterwards has them.
-void preloadConverters();
-
 }

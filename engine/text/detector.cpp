@@ -1,5 +1,6 @@
 #include "engine/text/charset.h"
 #include "engine/text/converter.h"
+#include "engine/text/late_icu.h"
 
 #include <algorithm>
 #include <array>
@@ -7,9 +8,6 @@
 #include <functional>
 #include <optional>
 
-#include <uchardet/uchardet.h>
-#include <unicode/uchar.h>
-#include <unicode/uscript.h>
 #include <unicode/utf8.h>
 
 namespace vantoro {
@@ -233,6 +231,8 @@ std::optional<float> score(const Candidate& candidate, std::string_view sample)
 
 CharsetId secondOpinion(std::string_view sample)
 {
+    if (!uchardetLibrary.load())
+        return kCharsetUnknown;
     const auto detector = uchardet_new();
     CharsetId found = kCharsetUnknown;
     if (uchardet_handle_data(detector, sample.data(), sample.size()) == 0) {
