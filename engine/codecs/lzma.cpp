@@ -1,6 +1,7 @@
 #include "engine/codecs/lzma.h"
 
 #include "engine/codecs/liblzma.h"
+#include "engine/codecs/lzma_streams.h"
 
 #include <array>
 #include <cstdlib>
@@ -8,20 +9,6 @@
 namespace vantoro {
 
 namespace {
-
-class AloneDecoder final : public LibLzmaDecoder {
-public:
-    AloneDecoder(StreamPtr packed, const CodecParams& params) : LibLzmaDecoder(std::move(packed), params) {}
-
-private:
-    Result<void> begin(lzma_stream& lzma) override
-    {
-        if (const auto code = lzma_alone_decoder(&lzma, memoryLimit()); code != LZMA_OK)
-            return lzmaError(code);
-        return {};
-    }
-    Result<bool> finished(BufferedInput&, SpanWriter&) override { return false; }
-};
 
 constexpr std::size_t kMostFilters = LZMA_FILTERS_MAX;
 
@@ -123,12 +110,23 @@ private:
 
 Result<StreamPtr> openLzmaAlone(StreamPtr packed, const CodecParams& params)
 {
-    return StreamPtr(std::make_unique<AloneDecoder>(std::move(packed), params));
+    std::array<std::byte, 13> header;
+    if (TRY(readFully(*packed, header)) < header.size())
+        return Error{ErrorCode::Truncated, "lzma: header"};
+    ByteReader in(header);
+    const auto properties = in.take(5);
+    const auto size = in.le64();
+    constexpr auto kUnknown = ~std::uint64_t{0};
+    return openLzma1(std::move(packed), properties, size == kUnknown ? std::nullopt : std::optional(size), params);
 }
 
 Result<StreamPtr> openLzmaChain(StreamPtr packed, std::span<const LzmaFilterStep> steps,
                                 std::optional<std::uint64_t> size, const CodecParams& params)
 {
+    if (steps.size() == 1 && steps[0].filter == LzmaFilter::Lzma1)
+        return openLzma1(std::move(packed), steps[0].properties, size, params);
+    if (steps.size() == 1 && steps[0].filter == LzmaFilter::Lzma2)
+        return openLzma2(std::move(packed), steps[0].properties, params);
     auto chain = std::make_unique<FilterChain>();
     for (const auto& step : steps)
         TRY(chain->add(step, size));

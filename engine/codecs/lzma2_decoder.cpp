@@ -6,6 +6,7 @@ namespace vantoro {
 
 namespace {
 
+constexpr Error kTruncated{ErrorCode::Truncated, "lzma2: the input ends too early"};
 constexpr Error kCorrupt{ErrorCode::Corrupt, "lzma2: damaged data"};
 
 // Control bytes.
@@ -23,9 +24,35 @@ constexpr unsigned kMostContextBits = 4; ///< lc + lp
 Result<ConstBytes> PackedBlock::take(std::size_t count)
 {
     if (m_bytes.size() - m_taken < count)
-        return Error{ErrorCode::Truncated, "lzma2: the input ends too early"};
+        return kTruncated;
     m_taken += count;
     return m_bytes.subspan(m_taken - count, count);
+}
+
+PackedStream::PackedStream(StreamPtr stream)
+    : m_in(std::move(stream), 2 * kMostTaken)
+    , m_piece(kMostTaken + LzmaDecoder::kMargin)
+{
+}
+
+Result<ConstBytes> PackedStream::take(std::size_t count)
+{
+    for (std::size_t done = 0; done < count;) {
+        const auto some = TRY(m_in.peek());
+        if (some.empty())
+            return kTruncated;
+        const auto part = std::min(some.size(), count - done);
+        std::memcpy(m_piece.data() + done, some.data(), part);
+        done += part;
+        consume(part);
+    }
+    return ConstBytes(m_piece).first(count);
+}
+
+void PackedStream::consume(std::size_t count)
+{
+    m_in.consume(count);
+    m_taken += count;
 }
 
 Result<bool> Lzma2Decoder::step(std::size_t most)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/codecs/codec.h"
 #include "engine/codecs/lzma_decoder.h"
 
 namespace vantoro {
@@ -25,6 +26,22 @@ public:
 private:
     ConstBytes m_bytes;
     std::size_t m_taken = 0;
+};
+
+/// Those of a stream, piece by piece.
+class PackedStream final : public PackedBytes {
+public:
+    explicit PackedStream(StreamPtr stream);
+    Result<ConstBytes> take(std::size_t count) override;
+    /// What is there without waiting for more, where it lies; empty only at the end.
+    Result<ConstBytes> peek() { return m_in.peek(); }
+    void consume(std::size_t count);
+    std::uint64_t taken() const { return m_taken; }
+
+private:
+    BufferedInput m_in;
+    std::vector<std::byte> m_piece;
+    std::uint64_t m_taken = 0;
 };
 
 /// LZMA in chunks, as xz and 7z store it.

@@ -14,44 +14,8 @@ namespace {
 
 constexpr std::uint64_t kMemoryForIndex = 64 << 20;
 constexpr std::uint64_t kLargestSharedBlock = 64 << 20;
-constexpr std::size_t kInput = 128 << 10;
 constexpr std::uint64_t kMemoryBesideDictionary = 16 << 20;
 constexpr Error kTruncated{ErrorCode::Truncated, "xz: the input ends too early"};
-
-/// Pieces of a stream, each with room behind it.
-class PackedStream final : public PackedBytes {
-public:
-    explicit PackedStream(StreamPtr stream)
-        : m_in(std::move(stream), kInput)
-        , m_piece(kMostTaken + LzmaDecoder::kMargin)
-    {
-    }
-    Result<ConstBytes> take(std::size_t count) override
-    {
-        for (std::size_t done = 0; done < count;) {
-            const auto some = TRY(m_in.peek());
-            if (some.empty())
-                return kTruncated;
-            const auto part = std::min(some.size(), count - done);
-            std::memcpy(m_piece.data() + done, some.data(), part);
-            done += part;
-            consume(part);
-        }
-        return ConstBytes(m_piece).first(count);
-    }
-    Result<ConstBytes> peek() { return m_in.peek(); }
-    void consume(std::size_t count)
-    {
-        m_in.consume(count);
-        m_taken += count;
-    }
-    std::uint64_t taken() const { return m_taken; }
-
-private:
-    BufferedInput m_in;
-    std::vector<std::byte> m_piece;
-    std::uint64_t m_taken = 0;
-};
 
 /// Block by block as they come; for a stream, or blocks too large to hold.
 class XzDecoder final : public Decoder {

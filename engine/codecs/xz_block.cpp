@@ -67,11 +67,4 @@ bool XzCheck::matches(ConstBytes stored) const
     }
 }
 
-Result<void> checkLzmaDictionary(std::uint64_t dictionary, const Limits& limits)
-{
-    if (dictionary > limits.dictionary)
-        return Error{ErrorCode::LimitExceeded, "lzma: dictionary larger than allowed", 0, dictionary};
-    return {};
-}
-
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/codecs/lzma2_decoder.h"
+#include "engine/codecs/lzma_streams.h"
 
 #include "engine/io/cancel.h"
 
@@ -47,8 +48,5 @@ private:
 
 /// Zeros that bring the data of a block to a multiple of four bytes.
 inline std::size_t xzPadding(std::uint64_t packed) { return static_cast<std::size_t>((4 - packed % 4) % 4); }
-
-/// What a decoder may allocate under the limits; LimitExceeded otherwise.
-Result<void> checkLzmaDictionary(std::uint64_t dictionary, const Limits& limits);
 
 }

@@ -1,4 +1,5 @@
 // Our decoder of LZMA2 and xz, held against the encoder of liblzma.
+#include "engine/codecs/lzma.h"
 #include "engine/codecs/lzma2_decoder.h"
 #include "engine/codecs/xz.h"
 #include "tests/support/packers.h"
@@ -38,15 +39,8 @@ std::string variedData(std::size_t size)
     return data;
 }
 
-std::string packBlocks(std::string_view data, const lzma_filter* filters, lzma_check check, std::uint64_t blockSize)
+std::string run(lzma_stream& stream, std::string_view data)
 {
-    lzma_stream stream = LZMA_STREAM_INIT;
-    lzma_mt options{};
-    options.threads = 1;
-    options.block_size = blockSize;
-    options.filters = filters;
-    options.check = check;
-    EXPECT_EQ(lzma_stream_encoder_mt(&stream, &options), LZMA_OK);
     std::string packed(data.size() + data.size() / 8 + 100'000, '\0');
     stream.next_in = reinterpret_cast<const std::uint8_t*>(data.data());
     stream.avail_in = data.size();
@@ -61,13 +55,24 @@ std::string packBlocks(std::string_view data, const lzma_filter* filters, lzma_c
     return packed;
 }
 
+std::string packBlocks(std::string_view data, const lzma_filter* filters, lzma_check check, std::uint64_t blockSize)
+{
+    lzma_stream stream = LZMA_STREAM_INIT;
+    lzma_mt options{};
+    options.threads = 1;
+    options.block_size = blockSize;
+    options.filters = filters;
+    options.check = check;
+    EXPECT_EQ(lzma_stream_encoder_mt(&stream, &options), LZMA_OK);
+    return run(stream, data);
+}
+
 struct Choice {
     std::uint32_t lc = 3, lp = 0, pb = 2;
     lzma_mode mode = LZMA_MODE_NORMAL;
 };
 
-std::string packLzma2(std::string_view data, const Choice& choice, std::uint64_t blockSize,
-                      lzma_check check = LZMA_CHECK_CRC64)
+lzma_options_lzma optionsOf(const Choice& choice)
 {
     lzma_options_lzma options{};
     lzma_lzma_preset(&options, 1);
@@ -76,6 +81,13 @@ std::string packLzma2(std::string_view data, const Choice& choice, std::uint64_t
     options.lp = choice.lp;
     options.pb = choice.pb;
     options.mode = choice.mode;
+    return options;
+}
+
+std::string packLzma2(std::string_view data, const Choice& choice, std::uint64_t blockSize,
+                      lzma_check check = LZMA_CHECK_CRC64)
+{
+    auto options = optionsOf(choice);
     const lzma_filter filters[] = {{LZMA_FILTER_LZMA2, &options}, {LZMA_VLI_UNKNOWN, nullptr}};
     return packBlocks(data, filters, check, blockSize);
 }
@@ -100,6 +112,26 @@ TEST(Lzma2, decodesWhatAnyModelEncoded)
                 EXPECT_TRUE(result.data == data) << choice.lc << choice.lp << choice.pb << " check " << check;
                 EXPECT_EQ(result.verified, data.size());
             }
+        }
+    }
+}
+
+TEST(Lzma1, decodesWhatAnyModelEncoded)
+{
+    const auto data = variedData(300'000);
+    for (const auto& choice : {Choice{}, Choice{0, 0, 0}, Choice{4, 0, 4}, Choice{0, 4, 1}, Choice{1, 3, 3}}) {
+        lzma_options_lzma options = optionsOf(choice);
+        lzma_stream encoder = LZMA_STREAM_INIT;
+        ASSERT_EQ(lzma_alone_encoder(&encoder, &options), LZMA_OK);
+        auto packed = run(encoder, data);
+        for (const bool isSizeKnown : {false, true}) { // the end mark is there in any case
+            for (unsigned i = 0; isSizeKnown && i < 8; ++i)
+                packed[5 + i] = static_cast<char>(data.size() >> 8 * i);
+            auto stream = openLzmaAlone(textStream(packed, 777), {});
+            ASSERT_TRUE(stream);
+            const auto result = drain(**stream, 10'007);
+            EXPECT_TRUE(result.outcome) << (result.outcome ? "" : result.outcome.error().what);
+            EXPECT_TRUE(result.data == data) << choice.lc << choice.lp << choice.pb;
         }
     }
 }
