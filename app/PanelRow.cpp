@@ -5,6 +5,7 @@
 #include "widgets/Theme.h"
 
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QStyle>
 
@@ -28,6 +29,15 @@ void PanelRow::focusInEvent(QFocusEvent* event)
 {
     m_showsFocus = isKeyboardFocus(*event);
     QAbstractButton::focusInEvent(event);
+}
+
+/// As in a menu.
+void PanelRow::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        click();
+    else
+        QAbstractButton::keyPressEvent(event);
 }
 
 void PanelRow::paintEvent(QPaintEvent*)

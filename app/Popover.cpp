@@ -4,16 +4,22 @@
 
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QScreen>
+#include <QTimer>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace vantoro {
 namespace {
 
 constexpr int kOneClickMs = 300;
+constexpr int kGrabAgainMs = 50;
+constexpr int kGrabAttempts = 40;
 
 }
 
+// A window of the type for pop-ups would not be in the accessibility tree.
 Popover::Popover(QWidget* content) : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
 {
     setObjectName(QStringLiteral("popover"));
@@ -47,6 +53,15 @@ void Popover::showRelativeTo(const QRect& frame)
     show();
     raise();
     activateWindow();
+    if (QGuiApplication::platformName() == QLatin1String("xcb"))
+        takePointer(kGrabAttempts);
+}
+
+/// Without it nobody tells of a click that moves no focus. The panel may still hold it for the click that led here.
+void Popover::takePointer(int attempts)
+{
+    if (isVisible() && !windowHandle()->setMouseGrabEnabled(true) && attempts > 0)
+        QTimer::singleShot(kGrabAgainMs, this, [this, attempts] { takePointer(attempts - 1); });
 }
 
 bool Popover::hasJustClosed() const { return m_sinceClosed.isValid() && m_sinceClosed.elapsed() < kOneClickMs; }
@@ -62,6 +77,12 @@ void Popover::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && !isActiveWindow())
+        hide();
+}
+
+void Popover::mousePressEvent(QMouseEvent* event)
+{
+    if (!rect().contains(event->position().toPoint()))
         hide();
 }
 

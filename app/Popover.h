@@ -5,7 +5,8 @@
 
 namespace vantoro {
 
-/// A small window attached to a place on the screen. Transient: it goes when the user turns to something else.
+/// A small window attached to a place on the screen. Transient: it goes when the user turns to something else, if only
+/// by a click on the empty desktop.
 class Popover final : public QWidget {
     Q_OBJECT
 public:
@@ -26,8 +27,11 @@ protected:
     void hideEvent(QHideEvent* event) override;
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
 
 private:
+    void takePointer(int attempts);
+
     QElapsedTimer m_sinceClosed;
 };
 

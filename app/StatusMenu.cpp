@@ -4,23 +4,19 @@
 #include "app/AppHosts.h"
 #include "app/PopViewController.h"
 #include "app/Popover.h"
+#include "app/TrayPresence.h"
 
 #include "widgets/Icons.h"
 
 #include <QCursor>
-#include <QDBusConnection>
-#include <QDBusServiceWatcher>
 #include <QGuiApplication>
 #include <QMenu>
 #include <QSystemTrayIcon>
-#include <QTimer>
 
 namespace vantoro {
 namespace {
 
-const QString kTrayService = QStringLiteral("org.kde.StatusNotifierWatcher");
 constexpr QColor kTemplate(128, 132, 138); // at least 3.4:1 on white and on near-black
-constexpr int kTrayComesUpMs = 500;
 
 }
 
@@ -30,14 +26,12 @@ StatusMenu::~StatusMenu() { closePopover(); }
 
 void StatusMenu::createWhenPossible()
 {
-    if (QSystemTrayIcon::isSystemTrayAvailable())
-        return setStatusMenu();
-    auto* watcher = new QDBusServiceWatcher(kTrayService, QDBusConnection::sessionBus(),
-                                            QDBusServiceWatcher::WatchForRegistration, this);
-    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this, watcher] {
-        watcher->deleteLater();
-        QTimer::singleShot(kTrayComesUpMs, this, &StatusMenu::setStatusMenu);
+    auto* tray = new TrayPresence(this);
+    connect(tray, &TrayPresence::found, this, [this, tray] {
+        tray->deleteLater();
+        setStatusMenu();
     });
+    tray->watch();
 }
 
 void StatusMenu::setStatusMenu()

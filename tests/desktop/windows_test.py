@@ -283,7 +283,7 @@ def run(scenario, desktop, program, drag_source):
         account.close()
 
 
-def main():
+def main(scenarios):
     program, drag_source, wanted = os.path.abspath(sys.argv[1]), os.path.abspath(sys.argv[2]), sys.argv[3:]
     missing = missing_tools() + ([] if accessibility else ["python3-gi"])
     missing += [] if os.path.exists(LAUNCHER) else ["at-spi2-core"]
@@ -292,7 +292,7 @@ def main():
         return 77
     desktop = Desktop()
     try:
-        chosen = [s for s in SCENARIOS if not wanted or s.__name__ in wanted]
+        chosen = [s for s in scenarios if not wanted or s.__name__ in wanted]
         results = [run(scenario, desktop, program, drag_source) for scenario in chosen]
     finally:
         desktop.close()
@@ -301,4 +301,4 @@ def main():
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(main(SCENARIOS))
