@@ -89,7 +89,6 @@ KXMainWinController::~KXMainWinController()
 
 void KXMainWinController::buildSide()
 {
-    m_leftView->setFixedWidth(kSideWidth);
     auto* menu = new FlatButton(tr("&Menu"), FlatButton::Kind::Quiet, m_leftView);
     menu->setGlyph(QStringLiteral("glyph-menu"));
     menu->setShortcut(Qt::Key_F10);
@@ -115,6 +114,8 @@ void KXMainWinController::buildSide()
     column->setSpacing(theme::kSpaceS);
     column->addWidget(m_gTableView, 1);
     column->addLayout(tools);
+    const int inside = qMax(tools->minimumSize().width(), SideTable::widthOfRows(m_window->font()));
+    m_leftView->setFixedWidth(qMax(kSideWidth, inside + 2 * theme::kSpaceM)); // long words, large type
     connect(m_gTableView, &SideTable::didClickedRow, this, &KXMainWinController::tableViewDidClickedRow);
     QColor veil = theme::colors(m_window->palette()).window;
     veil.setAlphaF(0.6F);

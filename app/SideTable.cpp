@@ -70,6 +70,14 @@ SideTable::SideTable(QWidget* parent) : QListWidget(parent)
             [this](QListWidgetItem* clicked) { emit didClickedRow(row(clicked)); });
 }
 
+int SideTable::widthOfRows(const QFont& font)
+{
+    const QFontMetrics strong(theme::font(theme::Type::BodyStrong, font)); // of the selected row
+    const int words
+        = qMax(strong.horizontalAdvance(pageTitle(kBrowserPage)), strong.horizontalAdvance(pageTitle(kCompressPage)));
+    return words + theme::kIconMedium + 4 * theme::kSpaceM;
+}
+
 void SideTable::reloadDataWithRow(int row)
 {
     m_isReloading = true;

@@ -14,6 +14,9 @@ public:
 
     explicit SideTable(QWidget* parent = nullptr);
 
+    /// What the rows need to show their words whole.
+    static int widthOfRows(const QFont& font);
+
     /// The page of a row: the second compresses, all others browse.
     static int obtainMainIndexWithRow(int row) { return row == 1 ? 1 : 0; }
 

@@ -68,7 +68,7 @@ void ArchiveOutlineView::fitColumns()
 int ArchiveOutlineView::rowForIndex(const QModelIndex& index) const
 {
     const QRect rect = index.isValid() ? visualRect(index) : QRect();
-    return rect.isEmpty() ? -1 : (rect.top() + verticalOffset()) / KXOutlineTableCellView::kRowHeight;
+    return rect.isEmpty() ? -1 : (rect.top() + verticalOffset()) / KXOutlineTableCellView::rowHeight(fontMetrics());
 }
 
 QModelIndex ArchiveOutlineView::selectedIndex() const
@@ -90,7 +90,7 @@ void ArchiveOutlineView::drawGround(QPainter* painter, const QStyleOptionViewIte
 {
     const QRect row(0, option.rect.y(), viewport()->width(), option.rect.height());
     const auto colors = theme::colors(option.palette);
-    if ((option.rect.y() + verticalOffset()) / KXOutlineTableCellView::kRowHeight % 2 == 1)
+    if ((option.rect.y() + verticalOffset()) / KXOutlineTableCellView::rowHeight(fontMetrics()) % 2 == 1)
         painter->fillRect(row, colors.surfaceAlternate);
     const bool isHot = option.state & QStyle::State_MouseOver;
     const bool isChosen = selectionModel()->isSelected(index);

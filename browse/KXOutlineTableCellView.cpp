@@ -15,6 +15,7 @@ namespace {
 constexpr int kIconEdge = 20;
 constexpr int kGlyphEdge = 16;
 constexpr int kButtonEdge = 24;
+constexpr int kLeastRowHeight = 30;
 
 bool isSelected(const QStyleOptionViewItem& option) { return option.state & QStyle::State_Selected; }
 
@@ -34,9 +35,14 @@ bool isPreviewable(const QModelIndex& index)
 
 }
 
+int KXOutlineTableCellView::rowHeight(const QFontMetrics& metrics)
+{
+    return qMax(kLeastRowHeight, metrics.height() + theme::kSpaceM);
+}
+
 QSize KXOutlineTableCellView::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
-    return {QStyledItemDelegate::sizeHint(option, index).width(), kRowHeight};
+    return {QStyledItemDelegate::sizeHint(option, index).width(), rowHeight(option.fontMetrics)};
 }
 
 void KXOutlineTableCellView::paint(QPainter* painter, const QStyleOptionViewItem& option,

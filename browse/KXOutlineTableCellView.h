@@ -9,8 +9,6 @@ class KXOutlineTableCellView final : public QStyledItemDelegate {
     Q_OBJECT
 
 public:
-    static constexpr int kRowHeight = 30;
-
     using QStyledItemDelegate::QStyledItemDelegate;
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
@@ -18,6 +16,8 @@ public:
     bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
                      const QModelIndex& index) override;
 
+    /// Of every row and of the heading; grows with large type.
+    static int rowHeight(const QFontMetrics& metrics);
     /// Where the preview button stands in a size cell.
     static QRect previewButtonRect(const QRect& cell);
     /// What a size cell needs besides its text.

@@ -17,7 +17,10 @@ OutlineHeader::OutlineHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, pare
     setMinimumSectionSize(0);
 }
 
-QSize OutlineHeader::sizeHint() const { return {QHeaderView::sizeHint().width(), KXOutlineTableCellView::kRowHeight}; }
+QSize OutlineHeader::sizeHint() const
+{
+    return {QHeaderView::sizeHint().width(), KXOutlineTableCellView::rowHeight(fontMetrics())};
+}
 
 void OutlineHeader::paintSection(QPainter* painter, const QRect& rect, int section) const
 {

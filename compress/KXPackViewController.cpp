@@ -233,6 +233,9 @@ void KXPackViewController::setControlsEnabled(bool enabled)
 void KXPackViewController::applyVisibility()
 {
     const auto state = PackPageState::of(filesArray().isEmpty(), m_routes.takesPassword());
+    // What goes goes first, or the window would grow to hold all of it for a moment.
+    if (state.showsList)
+        m_dropView->hide();
     m_toolBoxView->setVisible(state.showsList);
     m_contentsView->setVisible(state.showsList);
     m_dropView->setVisible(!state.showsList);

@@ -8,6 +8,7 @@
 #include "browse/EncodingItemDelegate.h"
 #include "widgets/ColoredView.h"
 #include "widgets/FlatButton.h"
+#include "widgets/FlowLayout.h"
 #include "widgets/PasswordField.h"
 
 #include <QAbstractItemView>
@@ -87,9 +88,13 @@ void KXPackViewController::buildToolBox()
     line->setSpacing(theme::kSpaceM);
     line->addLayout(kind);
     line->addWidget(m_encryptView);
-    line->addStretch(1);
-    line->addWidget(m_btnOptions, 0, Qt::AlignBottom);
-    line->addWidget(m_btnExtract, 0, Qt::AlignBottom);
+    auto* buttons = new FlowLayout(theme::kSpaceM); // one above the other where they do not fit side by side
+    buttons->addWidget(m_btnOptions);
+    buttons->addWidget(m_btnExtract);
+    auto* below = new QVBoxLayout;
+    below->addStretch(1);
+    below->addLayout(buttons);
+    line->addLayout(below, 1);
 }
 
 void KXPackViewController::buildPasswordView()

@@ -13,6 +13,7 @@ namespace vantoro {
 namespace {
 
 constexpr int kButtonEdge = 24;
+constexpr int kLeastHeight = 31;
 
 FlatButton* rowButton(const QString& glyph, QWidget* parent)
 {
@@ -53,6 +54,11 @@ KXTableCellView::KXTableCellView(QWidget* parent)
     line->addWidget(m_previewButton);
     line->addWidget(m_closeBut);
     setSizeText({});
+}
+
+int KXTableCellView::rowHeight(const QFontMetrics& metrics)
+{
+    return qMax(kLeastHeight, metrics.height() + theme::kSpaceM);
 }
 
 void KXTableCellView::setPath(const QString& path)

@@ -14,7 +14,8 @@ class KXTableCellView final : public QWidget {
     Q_OBJECT
 
 public:
-    static constexpr int kHeight = 31;
+    /// Grows with large type.
+    static int rowHeight(const QFontMetrics& metrics);
 
     explicit KXTableCellView(QWidget* parent = nullptr);
 

@@ -15,8 +15,8 @@
 namespace vantoro {
 namespace {
 
-constexpr int kRow = KXTableCellView::kHeight;
 constexpr int kBorder = 1;
+constexpr int kUsualRows = 6;
 
 }
 
@@ -28,7 +28,7 @@ PackTable::PackTable(QWidget* parent) : QAbstractScrollArea(parent)
     setViewportMargins(kBorder, kBorder, kBorder, kBorder);
     setAccessibleName(tr("Files to compress"));
     viewport()->setAutoFillBackground(false);
-    verticalScrollBar()->setSingleStep(kRow);
+    verticalScrollBar()->setSingleStep(rowHeight());
 }
 
 void PackTable::reloadData(const QStringList& paths)
@@ -71,11 +71,11 @@ void PackTable::setCurrentRow(int row)
     m_currentRow = std::clamp(row, -1, static_cast<int>(m_paths.size()) - 1);
     if (m_currentRow >= 0) {
         auto* bar = verticalScrollBar();
-        const int top = m_currentRow * kRow;
+        const int top = m_currentRow * rowHeight();
         if (top < bar->value())
             bar->setValue(top);
-        else if (top + kRow > bar->value() + viewport()->height())
-            bar->setValue(top + kRow - viewport()->height());
+        else if (top + rowHeight() > bar->value() + viewport()->height())
+            bar->setValue(top + rowHeight() - viewport()->height());
     }
     viewport()->update();
 }
@@ -101,7 +101,7 @@ KXTableCellView* PackTable::takeView()
 
 void PackTable::updateScrollBar()
 {
-    const int height = static_cast<int>(m_paths.size()) * kRow;
+    const int height = static_cast<int>(m_paths.size()) * rowHeight();
     verticalScrollBar()->setPageStep(viewport()->height());
     verticalScrollBar()->setRange(0, std::max(0, height - viewport()->height()));
 }
@@ -109,8 +109,8 @@ void PackTable::updateScrollBar()
 void PackTable::layoutRows()
 {
     const int top = verticalScrollBar()->value();
-    const int first = top / kRow;
-    const int last = std::min(static_cast<int>(m_paths.size()) - 1, (top + viewport()->height() - 1) / kRow);
+    const int first = top / rowHeight();
+    const int last = std::min(static_cast<int>(m_paths.size()) - 1, (top + viewport()->height() - 1) / rowHeight());
     for (auto shown = m_views.begin(); shown != m_views.end();) {
         if (shown->first >= first && shown->first <= last) {
             ++shown;
@@ -129,7 +129,7 @@ void PackTable::layoutRows()
             if (m_prepare)
                 m_prepare(*view);
         }
-        view->setGeometry(0, row * kRow - top, viewport()->width(), kRow);
+        view->setGeometry(0, row * rowHeight() - top, viewport()->width(), rowHeight());
         if (isNew)
             view->show();
     }
@@ -150,9 +150,11 @@ void PackTable::orderTabs()
     }
 }
 
-int PackTable::rowsPerPage() const { return std::max(1, viewport()->height() / kRow - 1); }
+int PackTable::rowHeight() const { return KXTableCellView::rowHeight(fontMetrics()); }
 
-QSize PackTable::sizeHint() const { return {360, 6 * kRow + 2 * kBorder}; }
+int PackTable::rowsPerPage() const { return std::max(1, viewport()->height() / rowHeight() - 1); }
+
+QSize PackTable::sizeHint() const { return {360, kUsualRows * rowHeight() + 2 * kBorder}; }
 
 void PackTable::resizeEvent(QResizeEvent* event)
 {
@@ -193,7 +195,7 @@ void PackTable::paintEvent(QPaintEvent*)
     painter.fillRect(area, colors.surface);
     const int top = verticalScrollBar()->value();
     for (const auto& [row, view] : m_views) {
-        const QRect place(0, row * kRow - top, viewport()->width(), kRow);
+        const QRect place(0, row * rowHeight() - top, viewport()->width(), rowHeight());
         if (row % 2 == 1)
             painter.fillRect(place, colors.surfaceAlternate);
         if (row == m_currentRow && hasFocus())

@@ -53,6 +53,7 @@ private:
     void layoutRows();
     KXTableCellView* takeView();
     void orderTabs();
+    int rowHeight() const;
     int rowsPerPage() const;
 
     QStringList m_paths;

@@ -16,6 +16,8 @@ namespace {
 constexpr int kLeastWidth = 316;
 constexpr int kMostWidth = 100000;
 constexpr int kUsualWidth = 520;
+constexpr int kUsualLetters = 62; // of larger type
+constexpr int kMostChoiceLetters = 30;
 constexpr double kShareOfScreen = 0.8;
 
 }
@@ -39,12 +41,14 @@ TaskWindow::TaskWindow(QWidget* parent)
     m_count->setForegroundRole(QPalette::PlaceholderText);
     m_btnEncodePopButton->setAccessibleName(tr("Encoding of file names"));
     m_btnEncodePopButton->setMinimumContentsLength(12);
+    m_btnEncodePopButton->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    m_btnEncodePopButton->setMaximumWidth(kMostChoiceLetters * fontMetrics().averageCharWidth());
     auto* line = new QHBoxLayout(m_footer);
     line->setContentsMargins(theme::kSpaceL, theme::kSpaceS, theme::kSpaceL, theme::kSpaceS);
     line->setSpacing(theme::kSpaceS);
     line->addWidget(m_count, 1);
     line->addWidget(encodingLabel);
-    line->addWidget(m_btnEncodePopButton);
+    line->addWidget(m_btnEncodePopButton, 2);
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -53,7 +57,8 @@ TaskWindow::TaskWindow(QWidget* parent)
     column->addWidget(m_footer);
     setMinimumWidth(kLeastWidth);
     setMaximumWidth(kMostWidth);
-    resize(kUsualWidth, 0);
+    const int most = screen()->availableGeometry().width() - theme::kSpaceXxl;
+    resize(qMax(kUsualWidth, qMin(kUsualLetters * fontMetrics().averageCharWidth(), most)), 0);
     connect(m_list, &KXTaskListsView::taskCountChanged, this,
             [this](int count) { m_count->setText(tr("%n archive(s)", nullptr, count)); });
 }

@@ -113,10 +113,15 @@ bool DesktopWorkspace::recycle(const QString& folder, const QStringList& names)
 
 QIcon DesktopWorkspace::iconForFile(const QString& path)
 {
+    // Of the fallback theme, which every program adds to, only the programs' own icons are certain to be there.
+    if (const QString theme = QIcon::themeName(); theme.isEmpty() || theme == QLatin1String("hicolor"))
+        return {};
     const QMimeType type = QMimeDatabase().mimeTypeForFile(path, QMimeDatabase::MatchExtension);
-    const QIcon generic
-        = QIcon::fromTheme(type.genericIconName(), QIcon::fromTheme(QStringLiteral("package-x-generic")));
-    return QIcon::fromTheme(type.iconName(), generic);
+    for (const QString& name : {type.iconName(), type.genericIconName(), QStringLiteral("package-x-generic")}) {
+        if (const QIcon icon = QIcon::fromTheme(name); !icon.isNull())
+            return icon;
+    }
+    return {};
 }
 
 bool DesktopWorkspace::isFilePackage(const QString& path)
