@@ -1,35 +1,12 @@
 #include "engine/write/bzip2_sink.h"
 
 #include "engine/codecs/bzip2_encoder.h"
+#include "engine/write/lender.h"
 #include "engine/write/ordered_jobs.h"
 
 namespace vantoro {
 
 namespace {
-
-/// Objects that are dear to make, lent to one thread at a time.
-template <class T> class Lender {
-public:
-    using Pointer = std::shared_ptr<T>;
-    template <class Make> Pointer take(Make&& make)
-    {
-        const std::lock_guard lock(m_mutex);
-        if (m_free.empty())
-            return make();
-        auto first = std::move(m_free.back());
-        m_free.pop_back();
-        return first;
-    }
-    void giveBack(Pointer object)
-    {
-        const std::lock_guard lock(m_mutex);
-        m_free.push_back(std::move(object));
-    }
-
-private:
-    std::mutex m_mutex;
-    std::vector<Pointer> m_free;
-};
 
 class Bzip2Sink final : public ByteSink {
 public:

@@ -2,6 +2,9 @@
 #include "engine/backends/library_locale.h"
 #include "engine/write/compressors.h"
 #include "engine/write/creator.h"
+#include "engine/write/lender.h"
+#include "engine/write/ordered_jobs.h"
+#include "engine/write/source_batch.h"
 #include "engine/write/source_reader.h"
 
 #include <algorithm>
@@ -10,6 +13,10 @@
 namespace vantoro {
 
 namespace {
+
+constexpr std::size_t kBufferSize = 512 << 10;
+constexpr unsigned kReaders = 2; // threads that read files ahead
+constexpr Error kBecameShorter{ErrorCode::SourceUnreadable, "became shorter while it was read"};
 
 struct FreeWriter {
     void operator()(archive* writer) const
@@ -77,10 +84,7 @@ public:
         m_isReproducible = options.reproducible;
         m_storesTimes = options.storeTimes;
         TRY(open(options));
-        for (const auto& item : sources.items) {
-            TRY(options.cancel.check());
-            TRY(add(item, options, log));
-        }
+        TRY(addAll(sources, options, log));
         if (archive_write_close(m_writer.get()) != ARCHIVE_OK)
             return failure("closing");
         return target.sink->finish();
@@ -104,7 +108,7 @@ private:
         else
             result = archive_write_set_format_pax_restricted(m_writer.get());
         archive_write_add_filter_none(m_writer.get());
-        archive_write_set_bytes_per_block(m_writer.get(), m_kind == "iso" || m_kind == "xar" ? 32768 : 10240);
+        archive_write_set_bytes_per_block(m_writer.get(), blockSize());
         archive_write_set_bytes_in_last_block(m_writer.get(), 1);
         if (result != ARCHIVE_OK
             || archive_write_open(m_writer.get(), m_target, nullptr, writeBytes, nullptr) != ARCHIVE_OK)
@@ -112,8 +116,49 @@ private:
         return {};
     }
 
-    Result<void> add(const SourceItem& item, const CreateOptions& options, CreateLog& log)
+    /// In bytes; 0: as it comes, for what is buffered once more by the file.
+    int blockSize() const
     {
+        if (m_kind == "iso" || m_kind == "xar")
+            return 32768;
+        return methodOf(m_kind).empty() ? 0 : 10240;
+    }
+
+    /// Files are read ahead of their use: half of the time goes into opening and reading them.
+    Result<void> addAll(const SourceList& sources, const CreateOptions& options, CreateLog& log)
+    {
+        using BatchPtr = std::shared_ptr<SourceBatch>;
+        Lender<SourceBatch> batches;
+        OrderedJobs<Result<BatchPtr>> jobs(std::min(options.threads, kReaders), [&](Result<BatchPtr> read) {
+            return guarded([&]() -> Result<void> {
+                const auto batch = TRY(std::move(read));
+                for (const auto& row : batch->rows()) {
+                    TRY(options.cancel.check());
+                    TRY(add(row, options, log));
+                }
+                batch->clear();
+                batches.giveBack(batch);
+                return {};
+            });
+        });
+        auto rest = std::span(sources.items);
+        while (!rest.empty()) {
+            auto batch = batches.take([] { return std::make_shared<SourceBatch>(); });
+            for (; !rest.empty() && !batch->isFull(); rest = rest.subspan(1))
+                batch->add(rest.front());
+            TRY(jobs.add([batch, cancel = options.cancel] {
+                return guarded([&]() -> Result<BatchPtr> {
+                    batch->read(cancel);
+                    return batch;
+                });
+            }));
+        }
+        return jobs.finish();
+    }
+
+    Result<void> add(const SourceBatch::Row& row, const CreateOptions& options, CreateLog& log)
+    {
+        const auto& item = *row.item;
         log.begin(item);
         const bool isFlat = m_kind == "ar";
         if (isFlat && item.kind != EntryKind::File) {
@@ -121,8 +166,12 @@ private:
                 log.problem(item, {ErrorCode::UnsupportedKind, "ar holds plain files only"});
             return {};
         }
+        if (row.error) {
+            log.problem(item, *row.error);
+            return {};
+        }
         std::optional<SourceReader> reader;
-        if (item.kind == EntryKind::File) {
+        if (item.kind == EntryKind::File && !row.isRead) {
             auto opened = SourceReader::open(item);
             if (!opened) {
                 log.problem(item, opened.error());
@@ -130,7 +179,7 @@ private:
             }
             reader.emplace(*std::move(opened));
         }
-        const auto entry = describe(item, reader ? reader->size() : 0, isFlat);
+        const auto entry = describe(item, reader ? reader->size() : row.size, isFlat);
         const int result = archive_write_header(m_writer.get(), entry.get());
         if (result == ARCHIVE_FATAL)
             return failure("header");
@@ -138,6 +187,8 @@ private:
             log.problem(item, {ErrorCode::UnsupportedFeature, "the format cannot hold the entry"});
             return {};
         }
+        if (row.isRead)
+            TRY(writeData(row, log));
         if (reader)
             TRY(copyData(*reader, item, options, log));
         if (archive_write_finish_entry(m_writer.get()) == ARCHIVE_FATAL)
@@ -164,9 +215,20 @@ private:
         return entry;
     }
 
+    Result<void> writeData(const SourceBatch::Row& row, CreateLog& log)
+    {
+        if (!row.data.empty() && archive_write_data(m_writer.get(), row.data.data(), row.data.size()) < 0)
+            return failure("data");
+        log.addBytes(row.data.size());
+        if (row.data.size() == row.size)
+            return {};
+        log.problem(*row.item, kBecameShorter);
+        return pad(row.size - row.data.size());
+    }
+
     Result<void> copyData(SourceReader& reader, const SourceItem& item, const CreateOptions& options, CreateLog& log)
     {
-        m_buffer.resize(512 << 10);
+        m_buffer.resize(kBufferSize);
         auto left = reader.size();
         while (left > 0) {
             TRY(options.cancel.check());
@@ -174,8 +236,7 @@ private:
             const auto got = reader.read(Bytes(m_buffer).first(wanted));
             if (!got || *got == 0) {
                 // The header promised more: zeros keep the archive valid, and the report says so.
-                log.problem(item,
-                            got ? Error{ErrorCode::SourceUnreadable, "became shorter while it was read"} : got.error());
+                log.problem(item, got ? kBecameShorter : got.error());
                 return pad(left);
             }
             if (archive_write_data(m_writer.get(), m_buffer.data(), *got) < 0)
@@ -188,7 +249,7 @@ private:
 
     Result<void> pad(std::uint64_t length)
     {
-        std::fill(m_buffer.begin(), m_buffer.end(), std::byte{0});
+        m_buffer.assign(kBufferSize, std::byte{0});
         while (length > 0) {
             const auto part = static_cast<std::size_t>(std::min<std::uint64_t>(length, m_buffer.size()));
             if (archive_write_data(m_writer.get(), m_buffer.data(), part) < 0)

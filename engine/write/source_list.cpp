@@ -18,6 +18,8 @@ constexpr unsigned kDeepest = 512;
 
 std::string joined(const std::string& folder, const std::string& name)
 {
+    if (folder.empty())
+        return name; // below what has no name of its own
     std::string path;
     path.reserve(folder.size() + 1 + name.size());
     path.append(folder).append("/").append(name);
@@ -50,34 +52,14 @@ public:
         m_list.items.push_back(std::move(item));
     }
 
-    Result<void> add(const std::string& path, const std::string& name, unsigned depth, bool withContents)
+    Result<void> add(const std::string& path, const std::string& name, bool withContents)
     {
-        TRY(m_options.cancel.check());
-        if (depth > kDeepest || isExcluded(name))
+        if (isExcluded(name))
             return {};
         struct stat status {};
         if (::lstat(path.c_str(), &status) != 0)
             return note(path, {ErrorCode::SourceUnreadable, "lstat", errno});
-        if (m_hasTarget && status.st_dev == m_target.st_dev && status.st_ino == m_target.st_ino)
-            return {}; // the archive never holds itself
-        SourceItem item;
-        item.path = path;
-        item.name = name;
-        item.mode = status.st_mode;
-        item.userId = status.st_uid;
-        item.groupId = status.st_gid;
-        item.modified = stamp(status.st_mtim);
-        item.accessed = stamp(status.st_atim);
-        if (S_ISDIR(status.st_mode))
-            return addFolder(std::move(item), depth, withContents);
-        if (S_ISLNK(status.st_mode))
-            return addLink(std::move(item), static_cast<std::size_t>(status.st_size));
-        if (!S_ISREG(status.st_mode))
-            return note(path, {ErrorCode::UnsupportedKind, "neither file, folder nor link"});
-        item.size = static_cast<std::uint64_t>(status.st_size);
-        m_list.totalSize += item.size;
-        m_list.items.push_back(std::move(item));
-        return {};
+        return add(path, name, status, 0, withContents);
     }
 
     SourceList take()
@@ -87,8 +69,35 @@ public:
     }
 
 private:
+    Result<void> add(std::string path, std::string name, const struct stat& status, unsigned depth, bool withContents)
+    {
+        TRY(m_options.cancel.check());
+        if (m_hasTarget && status.st_dev == m_target.st_dev && status.st_ino == m_target.st_ino)
+            return {}; // the archive never holds itself
+        if (!S_ISDIR(status.st_mode) && !S_ISLNK(status.st_mode) && !S_ISREG(status.st_mode))
+            return note(path, {ErrorCode::UnsupportedKind, "neither file, folder nor link"});
+        SourceItem item;
+        item.path = std::move(path);
+        item.name = std::move(name);
+        item.mode = status.st_mode;
+        item.userId = status.st_uid;
+        item.groupId = status.st_gid;
+        item.modified = stamp(status.st_mtim);
+        item.accessed = stamp(status.st_atim);
+        if (S_ISDIR(status.st_mode))
+            return addFolder(std::move(item), depth, withContents);
+        if (S_ISLNK(status.st_mode))
+            return addLink(std::move(item), static_cast<std::size_t>(status.st_size));
+        item.size = static_cast<std::uint64_t>(status.st_size);
+        m_list.totalSize += item.size;
+        m_list.items.push_back(std::move(item));
+        return {};
+    }
+
     bool isExcluded(const std::string& name) const
     {
+        if (m_options.exclude.empty())
+            return false;
         const auto last = name.substr(name.rfind('/') + 1);
         return std::any_of(m_options.exclude.begin(), m_options.exclude.end(), [&](const std::string& pattern) {
             return ::fnmatch(pattern.c_str(), name.c_str(), 0) == 0 || ::fnmatch(pattern.c_str(), last.c_str(), 0) == 0;
@@ -108,23 +117,44 @@ private:
         const auto name = item.name;
         if (!name.empty())
             m_list.items.push_back(std::move(item));
-        if (!withContents)
+        if (!withContents || depth == kDeepest)
             return {};
-        std::vector<std::string> names;
-        {
-            const std::unique_ptr<DIR, CloseFolder> folder(::opendir(path.c_str()));
-            if (!folder)
-                return note(path, {ErrorCode::SourceUnreadable, "opendir", errno});
-            while (const auto* entry = ::readdir(folder.get())) {
-                const std::string_view found(entry->d_name);
-                if (found != "." && found != "..")
-                    names.emplace_back(found);
-            }
-        }
-        std::sort(names.begin(), names.end());
-        for (const auto& child : names)
-            TRY(add(joined(path, child), name.empty() ? child : joined(name, child), depth + 1, true));
+        const auto children = TRY(lookInto(path, name));
+        for (const auto& child : children)
+            TRY(add(joined(path, child.name), joined(name, child.name), child.status, depth + 1, true));
         return {};
+    }
+
+    struct Child {
+        std::string name;
+        struct stat status;
+    };
+
+    /// What a folder holds, without what is excluded, by name. All of it is looked at while the folder is open, so that
+    /// the kernel need not walk down to it for each.
+    Result<std::vector<Child>> lookInto(const std::string& path, const std::string& name)
+    {
+        std::vector<Child> children;
+        const std::unique_ptr<DIR, CloseFolder> folder(::opendir(path.c_str()));
+        if (!folder) {
+            TRY(note(path, {ErrorCode::SourceUnreadable, "opendir", errno}));
+            return children;
+        }
+        while (const auto* entry = ::readdir(folder.get())) {
+            const std::string_view found(entry->d_name);
+            if (found != "." && found != "..")
+                children.push_back({std::string(found), {}});
+        }
+        std::sort(children.begin(), children.end(), [](const Child& a, const Child& b) { return a.name < b.name; });
+        std::erase_if(children, [&](Child& child) {
+            if (isExcluded(joined(name, child.name)))
+                return true;
+            if (::fstatat(::dirfd(folder.get()), child.name.c_str(), &child.status, AT_SYMLINK_NOFOLLOW) == 0)
+                return false;
+            m_list.problems.push_back({joined(path, child.name), {ErrorCode::SourceUnreadable, "lstat", errno}});
+            return true;
+        });
+        return children;
     }
 
     Result<void> addLink(SourceItem item, std::size_t expected)
@@ -189,7 +219,7 @@ Result<SourceList> collectSources(const std::vector<CreateInput>& inputs, const 
         auto path = input.path;
         while (path.size() > 1 && path.ends_with('/'))
             path.pop_back();
-        TRY(collector.add(path, nameOf(input), 0, input.withContents));
+        TRY(collector.add(path, nameOf(input), input.withContents));
     }
     return collector.take();
 }
