@@ -3,6 +3,8 @@
 #include "app/AppDelegate.h"
 #include "app/KXPrefsDefault.h"
 
+#include "widgets/Translation.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QEvent>
@@ -160,7 +162,7 @@ std::vector<ShortcutRow> windowShortcuts(const AppCommands& commands)
         if (row.key == kNoKey)
             continue;
         QString words = commands.action(row.command)->text();
-        words.remove(QLatin1Char('&')).remove(QStringLiteral("…"));
+        words = withoutMnemonic(words).remove(QStringLiteral("…"));
         rows.push_back({words, commands.action(row.command)->shortcuts()});
     }
     return rows;

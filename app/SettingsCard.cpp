@@ -1,6 +1,7 @@
 #include "app/SettingsCard.h"
 
 #include "widgets/Theme.h"
+#include "widgets/Translation.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -73,8 +74,7 @@ void SettingsCard::addSetting(const QString& name, const QString& sentence, QWid
     if (lasts == Lasts::UntilRestart)
         description += QLatin1Char(' ') + tr("Until Vantoro is started again.");
     words->addWidget(makeCaption(description, this));
-    QString plain = name;
-    control->setAccessibleName(plain.remove(QLatin1Char('&')));
+    control->setAccessibleName(withoutMnemonic(name));
     control->setAccessibleDescription(description);
     auto* row = new QBoxLayout(place == Place::Below ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
     row->setContentsMargins(0, theme::kSpaceM, 0, theme::kSpaceM);

@@ -17,6 +17,7 @@ namespace {
 
 constexpr int kIndentation = 20;
 constexpr int kChevronEdge = 12;
+constexpr int kLeastNameLetters = 28;
 constexpr quint32 kOpenedAtOnce = 5000; // nodes
 
 }
@@ -61,6 +62,9 @@ void ArchiveOutlineView::fitColumns()
     const QFontMetrics metrics(font());
     const int date = metrics.horizontalAdvance(QStringLiteral("2000/00/00 00:00")) + 2 * theme::kSpaceM;
     const int size = metrics.horizontalAdvance(QStringLiteral("1000.00 MB")) + theme::kSpaceL;
+    const int name = kLeastNameLetters * metrics.averageCharWidth();
+    const int room = viewport()->width() - date - size - KXOutlineTableCellView::previewButtonSpace();
+    setColumnHidden(ArchiveTreeModel::Modified, room < name); // in a narrow window names matter more
     header()->resizeSection(ArchiveTreeModel::Modified, date);
     header()->resizeSection(ArchiveTreeModel::Size, size + KXOutlineTableCellView::previewButtonSpace());
 }
@@ -121,6 +125,8 @@ void ArchiveOutlineView::drawRow(QPainter* painter, const QStyleOptionViewItem& 
     painter->save();
     drawGround(painter, cell, index);
     for (int column = 0; column < ArchiveTreeModel::ColumnCount; ++column) {
+        if (isColumnHidden(column))
+            continue;
         const auto sibling = index.sibling(index.row(), column);
         cell.rect = visualRect(sibling);
         itemDelegate()->paint(painter, cell, sibling);
@@ -219,7 +225,14 @@ void ArchiveOutlineView::startDrag(Qt::DropActions)
 void ArchiveOutlineView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
 {
     QTreeView::selectionChanged(selected, deselected);
+    viewport()->update(); // the rows' grounds are wider than their cells
     emit selectedRowChanged();
+}
+
+void ArchiveOutlineView::resizeEvent(QResizeEvent* event)
+{
+    QTreeView::resizeEvent(event);
+    fitColumns();
 }
 
 void ArchiveOutlineView::changeEvent(QEvent* event)

@@ -39,6 +39,7 @@ protected:
     void startDrag(Qt::DropActions actions) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void fitColumns();

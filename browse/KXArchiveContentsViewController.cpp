@@ -15,13 +15,20 @@
 #include "widgets/FlatButton.h"
 #include "widgets/Icons.h"
 
+#include <QDir>
 #include <QDragEnterEvent>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QMenu>
 #include <QStackedLayout>
 #include <QTimer>
 
 namespace vantoro {
+namespace {
+
+constexpr int kMostTargetWidth = 180;
+
+}
 
 KXArchiveContentsViewController::~KXArchiveContentsViewController()
 {
@@ -131,12 +138,26 @@ void KXArchiveContentsViewController::setDropViewHidden(bool showsNoArchive)
     m_baseView->setCurrentIndex(showsNoArchive ? 0 : 1);
 }
 
+/// What will be extracted, and where to unless that is asked.
+QString KXArchiveContentsViewController::extractText(bool isChosen) const
+{
+    const QString& archive = m_presenter->archive().path();
+    if (archive.isEmpty() || !KXPrefsDefault::extractToCurrent())
+        return isChosen ? tr("Extract…") : tr("Extract All…");
+    QString folder = QFileInfo(archive).absoluteDir().dirName();
+    if (folder.isEmpty())
+        folder = QStringLiteral("/");
+    folder = m_btnExtract->fontMetrics().elidedText(folder, Qt::ElideMiddle, kMostTargetWidth);
+    folder.replace(QLatin1Char('&'), QLatin1String("&&"));
+    return (isChosen ? tr("Extract to \"%1\"") : tr("Extract All to \"%1\"")).arg(isolated(folder));
+}
+
 /// The button says what it will do.
 void KXArchiveContentsViewController::updateButtons()
 {
     const auto selected = m_outlineView->selectedIndex();
     const bool isChosen = selected.parent().isValid();
-    m_btnExtract->setText(isChosen ? tr("Extract") : tr("Extract All"));
+    m_btnExtract->setText(extractText(isChosen));
     m_btnPreview->setEnabled(m_model->isPreviewable(selected));
 }
 
@@ -155,6 +176,8 @@ void KXArchiveContentsViewController::dropEvent(QDropEvent* event)
 void KXArchiveContentsViewController::changeEvent(QEvent* event)
 {
     KXBaseViewCter::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && m_presenter)
+        updateButtons(); // the settings may have changed meanwhile
     if (m_filterGlyph && (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange))
         applyType();
 }

@@ -84,6 +84,7 @@ private:
     void setBtnEnable(bool enable);
     void setBtnHidden(bool hidden);
     void setDropViewHidden(bool showsNoArchive);
+    QString extractText(bool isChosen) const;
     void updateButtons();
 
     BrowserHost& m_host;

@@ -27,6 +27,9 @@ QColor textColor(const QStyleOptionViewItem& option, bool isQuiet)
     return isQuiet ? colors.textSecondary : colors.text;
 }
 
+/// Sizes and dates read from left to right in a mirrored window, too.
+QString figures(const QString& text) { return QChar(0x2066) + text + QChar(0x2069); }
+
 bool isPreviewable(const QModelIndex& index)
 {
     const auto* model = qobject_cast<const ArchiveTreeModel*>(index.model());
@@ -53,8 +56,8 @@ void KXOutlineTableCellView::paint(QPainter* painter, const QStyleOptionViewItem
     else if (index.column() == ArchiveTreeModel::Size)
         paintSize(painter, option, index);
     else
-        paintText(painter, option, option.rect.adjusted(theme::kSpaceS, 0, -theme::kSpaceS, 0), index.data().toString(),
-                  true);
+        paintText(painter, option, option.rect.adjusted(theme::kSpaceS, 0, -theme::kSpaceS, 0),
+                  figures(index.data().toString()), true);
 }
 
 void KXOutlineTableCellView::paintName(QPainter* painter, const QStyleOptionViewItem& option,
@@ -80,7 +83,7 @@ void KXOutlineTableCellView::paintSize(QPainter* painter, const QStyleOptionView
     QRect text = option.rect.adjusted(theme::kSpaceS, 0, -previewButtonSpace(), 0);
     QStyleOptionViewItem size = option;
     size.displayAlignment = Qt::AlignRight | Qt::AlignVCenter;
-    paintText(painter, size, text, index.data().toString(), true);
+    paintText(painter, size, text, figures(index.data().toString()), true);
 
     const QRect button = previewButtonRect(option.rect);
     const auto* view = qobject_cast<const QAbstractItemView*>(option.widget);

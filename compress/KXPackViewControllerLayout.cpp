@@ -10,6 +10,7 @@
 #include "widgets/FlatButton.h"
 #include "widgets/FlowLayout.h"
 #include "widgets/PasswordField.h"
+#include "widgets/Translation.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -29,7 +30,7 @@ QLabel* caption(const QString& text, QWidget* buddy, QWidget* parent)
     label->setFont(theme::font(theme::Type::Caption, label->font()));
     label->setForegroundRole(QPalette::PlaceholderText);
     label->setBuddy(buddy);
-    label->setAccessibleName(QString(text).remove(QLatin1Char('&')));
+    label->setAccessibleName(withoutMnemonic(text));
     return label;
 }
 
@@ -87,7 +88,8 @@ void KXPackViewController::buildToolBox()
     line->setContentsMargins(theme::kSpaceL, theme::kSpaceM, theme::kSpaceL, theme::kSpaceL);
     line->setSpacing(theme::kSpaceM);
     line->addLayout(kind);
-    line->addWidget(m_encryptView);
+    line->setAlignment(kind, Qt::AlignBottom);
+    line->addWidget(m_encryptView, 0, Qt::AlignBottom);
     auto* buttons = new FlowLayout(theme::kSpaceM); // one above the other where they do not fit side by side
     buttons->addWidget(m_btnOptions);
     buttons->addWidget(m_btnExtract);

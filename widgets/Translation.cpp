@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QRegularExpression>
 #include <QTranslator>
 
 static void loadResources() { Q_INIT_RESOURCE(i18n); }
@@ -21,6 +22,12 @@ void installTranslations(QCoreApplication& application)
     if (own->load(QLocale(), QStringLiteral("vantoro"), QStringLiteral("_"), folder)
         || own->load(QStringLiteral("vantoro_en"), folder))
         QCoreApplication::installTranslator(own);
+}
+
+QString withoutMnemonic(QString text)
+{
+    static const QRegularExpression added(QStringLiteral("\\s*[(\\x{FF08}]&\\w[)\\x{FF09}]"));
+    return text.remove(added).remove(QLatin1Char('&'));
 }
 
 }

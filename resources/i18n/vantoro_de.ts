@@ -1422,6 +1422,22 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
         <source>This archive is empty</source>
         <translation>Dieses Archiv ist leer</translation>
     </message>
+    <message>
+        <source>Extract…</source>
+        <translation>Entpacken …</translation>
+    </message>
+    <message>
+        <source>Extract All…</source>
+        <translation>Alles entpacken …</translation>
+    </message>
+    <message>
+        <source>Extract to &quot;%1&quot;</source>
+        <translation>Nach „%1“ entpacken</translation>
+    </message>
+    <message>
+        <source>Extract All to &quot;%1&quot;</source>
+        <translation>Alles nach „%1“ entpacken</translation>
+    </message>
 </context>
 <context>
     <name>vantoro::KXArchiveManageController</name>

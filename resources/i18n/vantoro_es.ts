@@ -1422,6 +1422,22 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
         <source>This archive is empty</source>
         <translation>Este archivo está vacío</translation>
     </message>
+    <message>
+        <source>Extract…</source>
+        <translation>Extraer…</translation>
+    </message>
+    <message>
+        <source>Extract All…</source>
+        <translation>Extraer todo…</translation>
+    </message>
+    <message>
+        <source>Extract to &quot;%1&quot;</source>
+        <translation>Extraer en «%1»</translation>
+    </message>
+    <message>
+        <source>Extract All to &quot;%1&quot;</source>
+        <translation>Extraer todo en «%1»</translation>
+    </message>
 </context>
 <context>
     <name>vantoro::KXArchiveManageController</name>

@@ -131,7 +131,7 @@
     </message>
     <message>
         <source>damaged: %1</source>
-        <translation>endommagé&#xa0;: %1</translation>
+        <translation>endommagé : %1</translation>
     </message>
 </context>
 <context>
@@ -1421,6 +1421,22 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
     <message>
         <source>This archive is empty</source>
         <translation>Cette archive est vide</translation>
+    </message>
+    <message>
+        <source>Extract…</source>
+        <translation>Extraire…</translation>
+    </message>
+    <message>
+        <source>Extract All…</source>
+        <translation>Tout extraire…</translation>
+    </message>
+    <message>
+        <source>Extract to &quot;%1&quot;</source>
+        <translation>Extraire vers « %1 »</translation>
+    </message>
+    <message>
+        <source>Extract All to &quot;%1&quot;</source>
+        <translation>Tout extraire vers « %1 »</translation>
     </message>
 </context>
 <context>

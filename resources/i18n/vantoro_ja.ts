@@ -1409,6 +1409,22 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
         <source>This archive is empty</source>
         <translation>このアーカイブは空です</translation>
     </message>
+    <message>
+        <source>Extract…</source>
+        <translation>展開…</translation>
+    </message>
+    <message>
+        <source>Extract All…</source>
+        <translation>すべて展開…</translation>
+    </message>
+    <message>
+        <source>Extract to &quot;%1&quot;</source>
+        <translation>「%1」に展開</translation>
+    </message>
+    <message>
+        <source>Extract All to &quot;%1&quot;</source>
+        <translation>「%1」にすべて展開</translation>
+    </message>
 </context>
 <context>
     <name>vantoro::KXArchiveManageController</name>

@@ -1409,6 +1409,22 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
         <source>This archive is empty</source>
         <translation>此压缩文件为空</translation>
     </message>
+    <message>
+        <source>Extract…</source>
+        <translation>解压…</translation>
+    </message>
+    <message>
+        <source>Extract All…</source>
+        <translation>全部解压…</translation>
+    </message>
+    <message>
+        <source>Extract to &quot;%1&quot;</source>
+        <translation>解压到“%1”</translation>
+    </message>
+    <message>
+        <source>Extract All to &quot;%1&quot;</source>
+        <translation>全部解压到“%1”</translation>
+    </message>
 </context>
 <context>
     <name>vantoro::KXArchiveManageController</name>

@@ -158,7 +158,7 @@ class User(Account):
 def nothing_is_open(a):
     a.launch(QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
     a.wait_for("push button", "Choose an Archive…")
-    check(not a.find("push button", "Extract All"), "nothing to extract yet")
+    check(not any(node["name"].startswith("Extract All") for node in a.tree()), "nothing to extract yet")
     a.shot("browse-empty")
 
 
@@ -252,7 +252,7 @@ def a_file_of_a_zip_is_extracted(a):
     a.open(a.make("Trip.zip"))
     a.unfold("Notes")
     a.click_row("readme.txt")
-    a.press("push button", "Extract")
+    a.press("push button", "Extract to \"work\"")
     a.wait_for_label("1 entry extracted")
     check((a.work / "Notes/readme.txt").read_bytes() == FILES["Notes/readme.txt"], "whole")
     check(a.names(a.work / "Notes") == ["readme.txt"] and a.names() == ["Notes", "Trip.zip"], "and nothing else")
