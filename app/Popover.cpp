@@ -57,11 +57,14 @@ void Popover::showRelativeTo(const QRect& frame)
         takePointer(kGrabAttempts);
 }
 
-/// Without it nobody tells of a click that moves no focus. The panel may still hold it for the click that led here.
+/// Without it nobody tells of a click that moves no focus. The window may not be on the screen yet, and the panel may
+/// still hold the pointer for the click that led here; the toolkit does not say whether it got it.
 void Popover::takePointer(int attempts)
 {
-    if (isVisible() && !windowHandle()->setMouseGrabEnabled(true) && attempts > 0)
-        QTimer::singleShot(kGrabAgainMs, this, [this, attempts] { takePointer(attempts - 1); });
+    if (!isVisible() || attempts == 0)
+        return;
+    windowHandle()->setMouseGrabEnabled(true);
+    QTimer::singleShot(kGrabAgainMs, this, [this, attempts] { takePointer(attempts - 1); });
 }
 
 bool Popover::hasJustClosed() const { return m_sinceClosed.isValid() && m_sinceClosed.elapsed() < kOneClickMs; }

@@ -3,6 +3,7 @@
 usage: windows_test.py PROGRAM DRAG_SOURCE [SCENARIO...]. Ends with 77 (skipped) where something that it needs is
 missing."""
 
+import contextlib
 import os
 import re
 import subprocess
@@ -51,12 +52,21 @@ class WindowsAccount(Account):
     def press(self, name, role=None):
         self.find(name, role).perform()
 
-    def drag(self, paths, onto):
-        """From a window of another program onto the middle of a node."""
+    @contextlib.contextmanager
+    def drag_source(self, paths):
+        """A window of another program in the upper left corner."""
         source = subprocess.Popen([self._drag_source, "8", "8", *map(str, paths)], env=self.environment,
                                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         try:
             wait_until(lambda: self.windows("drag source"), "the window to drag from")
+            yield
+        finally:
+            source.kill()
+            source.wait()
+
+    def drag(self, paths, onto):
+        """From a window of another program onto the middle of a node."""
+        with self.drag_source(paths):
             x, y = onto.middle()
             time.sleep(0.3)
             self.xdotool("mousemove", "16", "16", "mousedown", "1")
@@ -66,9 +76,6 @@ class WindowsAccount(Account):
             time.sleep(0.3)
             self.xdotool("mouseup", "1")
             time.sleep(0.3)
-        finally:
-            source.kill()
-            source.wait()
 
     def use_side_panel(self):
         """To the single-page window, as a user would."""
