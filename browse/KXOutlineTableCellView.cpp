@@ -27,6 +27,16 @@ QColor textColor(const QStyleOptionViewItem& option, bool isQuiet)
     return isQuiet ? colors.textSecondary : colors.text;
 }
 
+/// A blue folder would be lost on the blue of the selection.
+QPixmap lightened(const QIcon& icon, qreal ratio)
+{
+    QPixmap picture = icon.pixmap(QSize(kIconEdge, kIconEdge), ratio);
+    QPainter painter(&picture);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
+    painter.fillRect(QRect({}, picture.size()), QColor(255, 255, 255, 150));
+    return picture;
+}
+
 /// Sizes and dates read from left to right in a mirrored window, too.
 QString figures(const QString& text) { return QChar(0x2066) + text + QChar(0x2069); }
 
@@ -66,7 +76,11 @@ void KXOutlineTableCellView::paintName(QPainter* painter, const QStyleOptionView
     const QRect row = option.rect.adjusted(theme::kSpaceXs, 0, -theme::kSpaceS, 0);
     const QRect icon
         = QStyle::alignedRect(option.direction, Qt::AlignLeft | Qt::AlignVCenter, {kIconEdge, kIconEdge}, row);
-    index.data(Qt::DecorationRole).value<QIcon>().paint(painter, icon);
+    const auto picture = index.data(Qt::DecorationRole).value<QIcon>();
+    if (isSelected(option))
+        painter->drawPixmap(icon, lightened(picture, painter->device()->devicePixelRatioF()));
+    else
+        picture.paint(painter, icon);
     QStyleOptionViewItem name = option;
     if (!index.parent().isValid())
         name.font = theme::font(theme::Type::BodyStrong, option.font);

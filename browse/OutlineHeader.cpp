@@ -15,6 +15,7 @@ OutlineHeader::OutlineHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, pare
     setSectionsMovable(false);
     setSectionsClickable(false);
     setMinimumSectionSize(0);
+    viewport()->setBackgroundRole(QPalette::Base); // of one piece with the rows
 }
 
 QSize OutlineHeader::sizeHint() const

@@ -15,6 +15,7 @@
 #include "files/FilePanels.h"
 #include "files/KXUtilities.h"
 #include "platform/MainLoop.h"
+#include "platform/PathNames.h"
 #include "platform/WriterMonitor.h"
 #include "widgets/ColoredView.h"
 #include "widgets/ElidedLabel.h"
@@ -281,6 +282,17 @@ void KXPackViewController::toggleSelectArchiveKind()
     m_routes.setArchiveExtension(m_btnKindPopButton->currentText());
     const auto state = PackPageState::of(filesArray().isEmpty(), m_routes.takesPassword());
     m_encryptView->setVisible(state.showsPassword);
+    showTarget();
+}
+
+void KXPackViewController::showTarget()
+{
+    const QString first = filesArray().value(0);
+    const QString name = lastPathComponent(deletingPathExtension(first));
+    const QString archive = QStringLiteral("%1.%2").arg(name, m_btnKindPopButton->currentText());
+    const QChar arrow(isRightToLeft() ? 0x2190 : 0x2192);
+    m_target->setText(first.isEmpty() ? QString() : arrow + QLatin1Char(' ') + isolated(archive));
+    m_target->setAccessibleName(first.isEmpty() ? QString() : archive);
 }
 
 // Preview

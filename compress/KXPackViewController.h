@@ -20,6 +20,7 @@ namespace vantoro {
 class ColoredView;
 class CompressHost;
 class CompressWindow;
+class ElidedLabel;
 class FlatButton;
 class KXTableCellView;
 class PackTable;
@@ -95,6 +96,7 @@ private:
 
     void setControlsEnabled(bool enabled);
     void applyVisibility();
+    void showTarget();
     void reloadTableViewData();
     void reloadDData();
     void keepKindPossible();
@@ -122,6 +124,7 @@ private:
 
     KXDropFilesView* m_dropView;
     QWidget* m_contentsView;
+    ElidedLabel* m_target = nullptr; ///< the name of the archive to come
     QLabel* m_count = nullptr;
     FlatButton* m_btnAdd = nullptr;
     FlatButton* m_btnClear = nullptr;

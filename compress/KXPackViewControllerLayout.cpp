@@ -7,6 +7,7 @@
 
 #include "browse/EncodingItemDelegate.h"
 #include "widgets/ColoredView.h"
+#include "widgets/ElidedLabel.h"
 #include "widgets/FlatButton.h"
 #include "widgets/FlowLayout.h"
 #include "widgets/PasswordField.h"
@@ -40,6 +41,8 @@ void KXPackViewController::buildContentsView()
 {
     m_count = new QLabel(m_contentsView);
     m_count->setFont(theme::font(theme::Type::BodyStrong, font()));
+    m_target = new ElidedLabel(m_contentsView);
+    m_target->setForegroundRole(QPalette::PlaceholderText);
     m_btnAdd = new FlatButton(tr("Add…"), FlatButton::Kind::Quiet, m_contentsView);
     m_btnAdd->setGlyph(QStringLiteral("glyph-plus"));
     m_btnClear = new FlatButton(tr("Clear"), FlatButton::Kind::Quiet, m_contentsView);
@@ -49,7 +52,9 @@ void KXPackViewController::buildContentsView()
 
     auto* header = new QHBoxLayout;
     header->setSpacing(theme::kSpaceXs);
-    header->addWidget(m_count, 1);
+    header->addWidget(m_count);
+    header->addSpacing(theme::kSpaceXs);
+    header->addWidget(m_target, 1);
     header->addWidget(m_btnAdd);
     header->addWidget(m_btnClear);
     auto* contents = new QVBoxLayout(m_contentsView);

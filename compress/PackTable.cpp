@@ -190,7 +190,7 @@ void PackTable::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF area = viewport()->rect();
     QPainterPath shape;
-    shape.addRoundedRect(area.adjusted(0.5, 0.5, -0.5, -0.5), theme::kRadiusControl, theme::kRadiusControl);
+    shape.addRoundedRect(area.adjusted(0.5, 0.5, -0.5, -0.5), theme::kRadiusCard, theme::kRadiusCard);
     painter.setClipPath(shape);
     painter.fillRect(area, colors.surface);
     const int top = verticalScrollBar()->value();
@@ -213,8 +213,8 @@ void PackTable::paintEvent(QPaintEvent*)
         width = 2;
     }
     painter.setPen(QPen(border, width));
-    painter.drawRoundedRect(area.adjusted(width / 2, width / 2, -width / 2, -width / 2), theme::kRadiusControl,
-                            theme::kRadiusControl);
+    painter.drawRoundedRect(area.adjusted(width / 2, width / 2, -width / 2, -width / 2), theme::kRadiusCard,
+                            theme::kRadiusCard);
 }
 
 void PackTable::keyPressEvent(QKeyEvent* event)

@@ -1,5 +1,6 @@
 #include "extraction/ReportWindow.h"
 
+#include "widgets/ColoredView.h"
 #include "widgets/FlatButton.h"
 #include "widgets/Theme.h"
 
@@ -24,6 +25,12 @@ ReportWindow::ReportWindow(QWidget* parent)
     m_text->setAccessibleName(tr("Files that were refused or damaged"));
     m_text->setFrameShape(QFrame::NoFrame);
     m_text->setTabChangesFocus(true);
+    auto* card = new ColoredView(this);
+    card->setRadius(theme::kRadiusCard);
+    card->setBorderColor(theme::colors(palette()).border);
+    auto* inside = new QVBoxLayout(card);
+    inside->setContentsMargins(theme::kSpaceS, theme::kSpaceS, theme::kSpaceXs, theme::kSpaceS);
+    inside->addWidget(m_text);
     auto* copy = new FlatButton(tr("&Copy Report"), FlatButton::Kind::Plain, this);
     copy->setGlyph(QStringLiteral("glyph-copy"));
     auto* close = new FlatButton(tr("Close"), FlatButton::Kind::Prominent, this);
@@ -39,7 +46,7 @@ ReportWindow::ReportWindow(QWidget* parent)
     column->setContentsMargins(theme::kSpaceL, theme::kSpaceL, theme::kSpaceL, theme::kSpaceL);
     column->setSpacing(theme::kSpaceM);
     column->addWidget(m_summary);
-    column->addWidget(m_text, 1);
+    column->addWidget(card, 1);
     column->addLayout(buttons);
     resize(560, 360);
     close->setFocus();

@@ -109,7 +109,7 @@ QPalette darkPalette()
                         .alternate = QColor(42, 47, 58),
                         .button = QColor(49, 53, 59),
                         .text = QColor(236, 239, 242),
-                        .placeholder = QColor(150, 158, 168),
+                        .placeholder = QColor(166, 173, 182),
                         .disabled = QColor(112, 119, 128),
                         .link = QColor(110, 190, 245)});
 }

@@ -77,6 +77,9 @@ private slots:
                 for (const QColor& ink : {colors.textSecondary, colors.danger, colors.warning})
                     QVERIFY2(theme::contrast(ink, ground) >= 4.5, qPrintable(ink.name() + " on " + ground.name()));
             }
+            const QColor caption = palette.color(QPalette::PlaceholderText);
+            for (const QColor& ground : {colors.surface, colors.surfaceAlternate, colors.window, colors.hover})
+                QVERIFY2(theme::contrast(caption, ground) >= 4.5, qPrintable("caption on " + ground.name()));
             QVERIFY(theme::contrast(theme::accent(theme::Accent::Extract), colors.surface) >= 3);
         }
         for (const auto accent : {theme::Accent::Extract, theme::Accent::Compress, theme::Accent::Selection}) {
