@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <deque>
 
 #include <libdeflate.h>
 #include <lz4frame.h>
@@ -16,6 +17,8 @@ namespace vantoro {
 namespace {
 
 using Block = std::vector<std::byte>;
+constexpr unsigned kUsualXzLevel = 6;
+constexpr unsigned kUsualXzDepth = 24; // half of the library's: a sixth less time, a quarter of a percent larger
 constexpr Error kFailed{ErrorCode::Internal, "a compressor failed"};
 
 /// Cuts what comes into pieces that are compressed side by side, each into a stream of its own; joined they are one
@@ -91,12 +94,19 @@ public:
                                                   std::uint64_t expectedSize, CancelToken cancel)
     {
         auto sink = std::unique_ptr<XzSink>(new XzSink(out, std::move(cancel)));
+        lzma_options_lzma preset{};
+        if (lzma_lzma_preset(&preset, level))
+            return kFailed;
+        if (level == kUsualXzLevel)
+            preset.depth = kUsualXzDepth;
+        const std::array filters{lzma_filter{LZMA_FILTER_LZMA2, &preset}, lzma_filter{LZMA_VLI_UNKNOWN, nullptr}};
         lzma_mt options{};
         options.threads = threads;
-        options.preset = level;
+        options.filters = filters.data();
         options.check = LZMA_CHECK_CRC64;
         options.timeout = 100; // milliseconds, so that a stop is seen while the threads work
-        options.block_size = blockSize(level, threads, expectedSize);
+        options.block_size = blockSize(preset.dict_size, threads, expectedSize);
+        sink->planLastRound(preset.dict_size, options.block_size, threads, expectedSize);
         if (lzma_stream_encoder_mt(&sink->m_stream, &options) != LZMA_OK)
             return Error{ErrorCode::OutOfMemory, "xz encoder"};
         return std::unique_ptr<ByteSink>(std::move(sink));
@@ -105,7 +115,17 @@ public:
     XzSink(const XzSink&) = delete;
     XzSink& operator=(const XzSink&) = delete;
 
-    Result<void> write(ConstBytes block) override { return run(block, LZMA_RUN); }
+    Result<void> write(ConstBytes block) override
+    {
+        while (!m_cuts.empty() && m_cuts.front() - m_stream.total_in <= block.size()) {
+            const auto upTo = static_cast<std::size_t>(m_cuts.front() - m_stream.total_in);
+            TRY(run(block.first(upTo), LZMA_RUN));
+            TRY(run({}, LZMA_FULL_BARRIER));
+            block = block.subspan(upTo);
+            m_cuts.pop_front();
+        }
+        return run(block, LZMA_RUN);
+    }
     Result<void> finish() override { return run({}, LZMA_FINISH); }
 
 private:
@@ -113,17 +133,27 @@ private:
 
     /// Three dictionaries is the library's rule; with few blocks some threads would have nothing to do, so the data
     /// are shared out evenly, into blocks no smaller than a dictionary.
-    static std::uint64_t blockSize(unsigned level, unsigned threads, std::uint64_t expectedSize)
+    static std::uint64_t blockSize(std::uint64_t dictionary, unsigned threads, std::uint64_t expectedSize)
     {
-        lzma_options_lzma preset{};
-        if (lzma_lzma_preset(&preset, level))
-            return 0;
-        const std::uint64_t usual = std::max<std::uint64_t>(std::uint64_t{preset.dict_size} * 3, 1 << 20);
+        const auto usual = std::max<std::uint64_t>(dictionary * 3, 1 << 20);
         if (expectedSize == 0 || threads < 2)
             return usual;
         const auto rounds = (expectedSize + usual * threads - 1) / (usual * threads);
         const auto even = expectedSize / (rounds * threads) + 4096;
-        return std::clamp<std::uint64_t>(even, std::min<std::uint64_t>(preset.dict_size, usual), usual);
+        return std::clamp<std::uint64_t>(even, std::min(dictionary, usual), usual);
+    }
+
+    /// Blocks of one size take threads very different times. So the last round's are cut once more, that threads which
+    /// are through early find something left to do.
+    void planLastRound(std::uint64_t dictionary, std::uint64_t block, unsigned threads, std::uint64_t expectedSize)
+    {
+        if (threads < 2 || expectedSize < block * threads || block < dictionary)
+            return;
+        auto cut = expectedSize - expectedSize % (block * threads);
+        if (expectedSize - cut < block)
+            cut -= block * threads;
+        for (unsigned i = 0; i < 2 * threads; ++i)
+            m_cuts.push_back(cut += i < threads ? block - block / 4 : block / 4);
     }
 
     Result<void> run(ConstBytes block, lzma_action action)
@@ -145,6 +175,7 @@ private:
     ByteSink& m_out;
     CancelToken m_cancel;
     lzma_stream m_stream = LZMA_STREAM_INIT;
+    std::deque<std::uint64_t> m_cuts; // bytes after which a block ends early
     Block m_packed;
 };
 
@@ -263,7 +294,7 @@ Result<std::unique_ptr<ByteSink>> makeCompressor(std::string_view method, ByteSi
     if (method == "bz2")
         return makeBzip2Sink(out, static_cast<unsigned>(scaled(level, 9, {1, 1, 2, 3, 4, 5, 6, 7, 8, 9})), threads);
     if (method == "xz")
-        return XzSink::make(out, level.value_or(6), threads, expectedSize, cancel);
+        return XzSink::make(out, level.value_or(kUsualXzLevel), threads, expectedSize, cancel);
     if (method == "zst")
         return std::unique_ptr<ByteSink>(std::make_unique<ZstdSink>(
             out, scaled(level, 3, {1, 1, 2, 3, 5, 7, 9, 12, 15, 19}), threads, expectedSize));

@@ -76,7 +76,8 @@ public:
         std::unique_ptr<ByteSink> compressor;
         Target target{&out, {}};
         if (!method.empty()) {
-            const auto expected = sources.totalSize + sources.items.size() * 1024;
+            constexpr std::uint64_t kEntryCost = 768; // a header, and half a block to fill up the last one
+            const auto expected = sources.totalSize + sources.items.size() * kEntryCost;
             compressor = TRY(makeCompressor(method, out, options.level, options.threads, expected, options.cancel));
             target.sink = compressor.get();
         }
