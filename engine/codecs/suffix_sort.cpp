@@ -1,7 +1,6 @@
 #include "engine/codecs/suffix_sort.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace vantoro {
 
@@ -95,6 +94,7 @@ template <class Char> void Induction<Char>::findPieces()
     m_pieceCount = found;
 }
 
+/// The last suffix follows from the empty one behind it.
 template <class Char> void Induction<Char>::seed(Index* places)
 {
     const auto last = m_size - 1;
@@ -102,7 +102,8 @@ template <class Char> void Induction<Char>::seed(Index* places)
     m_order[places[c]++] = last > 0 && m_text[last - 1] < c ? ~last : last;
 }
 
-/// Leaves the pieces, complemented, in order among zeros.
+/// Upwards, each suffix leads to the one before it if that is of kind L, which fills the buckets from their starts;
+/// downwards if it is of kind S, from their ends. Leaves the pieces, complemented, in order among zeros.
 template <class Char> void Induction<Char>::orderPieces()
 {
     const auto* const text = m_text;
@@ -213,6 +214,7 @@ template <class Char> void Induction<Char>::sortPieces()
     placePieces();
 }
 
+/// The same two ways, but all suffixes stay.
 template <class Char> void Induction<Char>::induceOrder()
 {
     const auto* const text = m_text;
@@ -241,7 +243,7 @@ template <class Char> void Induction<Char>::induceOrder()
     }
 }
 
-/// The same, but what is left of a suffix is the byte before it; 0 where the whole text stands.
+/// Once more, but what is left of a suffix is the byte before it; 0 where the whole text stands.
 template <class Char> void Induction<Char>::induceBefore()
 {
     const auto* const text = m_text;
