@@ -11,6 +11,7 @@
 #include "engine/formats/streams.h"
 #include "engine/formats/tar.h"
 #include "engine/formats/rar/rar.h"
+#include "engine/formats/sevenzip/sevenzip.h"
 #include "engine/formats/zip/zip.h"
 
 #include <algorithm>
@@ -29,6 +30,7 @@ std::vector<const FormatRow*> collectContainers()
     std::vector<const FormatRow*> rows;
     rows.push_back(&kZipFormat);
     rows.push_back(&kTarFormat);
+    rows.push_back(&kSevenZipFormat);
     for (const auto& row : sevenZipRows())
         rows.push_back(&row);
     rows.push_back(&kIsoFormat);

@@ -76,6 +76,12 @@ Result<Handover> handOver(const ByteSource& source)
     return result;
 }
 
+bool isSevenZip(const ByteSource& source)
+{
+    const auto head = readBlock(source, 0, 6);
+    return head && asText(*head) == std::string_view("7z\xBC\xAF\x27\x1C", 6);
+}
+
 /// What a worker most likely needs to read a file. A wrong guess costs a second start.
 Libraries likelyLibraries(const ByteSource& source)
 {
@@ -85,10 +91,9 @@ Libraries likelyLibraries(const ByteSource& source)
         return Libraries::All;
     const auto text = asText(*head);
     using namespace std::string_view_literals;
-    if (text.starts_with("7z\xBC\xAF\x27\x1C"sv))
-        return Libraries::SevenZip;
-    constexpr std::array kStarts{"PK\3\4"sv, "PK\5\6"sv,        "Rar!\x1A\x07"sv,     "\x1F\x8B"sv,
-                                 "BZh"sv,    "\xFD\x37zXZ\0"sv, "\x28\xB5\x2F\xFD"sv, "\x04\x22\x4D\x18"sv};
+    constexpr std::array kStarts{"7z\xBC\xAF\x27\x1C"sv, "PK\3\4"sv,           "PK\5\6"sv,
+                                 "Rar!\x1A\x07"sv,       "\x1F\x8B"sv,         "BZh"sv,
+                                 "\xFD\x37zXZ\0"sv,      "\x28\xB5\x2F\xFD"sv, "\x04\x22\x4D\x18"sv};
     const bool isOurs = std::any_of(kStarts.begin(), kStarts.end(), [&](auto start) { return text.starts_with(start); })
         || text.substr(std::min(text.size(), kTarMarkAt)) == "ustar";
     return isOurs ? Libraries::Few : Libraries::All;
@@ -106,12 +111,15 @@ public:
 
     Result<void> open()
     {
-        if (m_libraries == Libraries::All)
-            return openWithWorker();
-        const auto opened = openWithWorker();
-        const bool isFinal = opened || opened.error().code == ErrorCode::Cancelled
-            || opened.error().code == ErrorCode::Io || opened.error().code == ErrorCode::MissingVolume;
-        return isFinal ? opened : openWithAll();
+        for (;;) {
+            const auto opened = openWithWorker();
+            const bool isFinal = opened || opened.error().code == ErrorCode::Cancelled
+                || opened.error().code == ErrorCode::Io || opened.error().code == ErrorCode::MissingVolume;
+            if (isFinal || m_libraries == Libraries::All)
+                return opened;
+            const bool wantsPlugin = m_libraries == Libraries::Few && isSevenZip(*m_source);
+            m_libraries = wantsPlugin ? Libraries::SevenZip : Libraries::All;
+        }
     }
 
     const ArchiveInfo& info() const override { return m_info; }
