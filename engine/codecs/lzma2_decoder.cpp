@@ -9,14 +9,6 @@ namespace {
 constexpr Error kTruncated{ErrorCode::Truncated, "lzma2: the input ends too early"};
 constexpr Error kCorrupt{ErrorCode::Corrupt, "lzma2: damaged data"};
 
-// Control bytes.
-constexpr std::uint8_t kEnd = 0x00;
-constexpr std::uint8_t kStoredNewDictionary = 0x01;
-constexpr std::uint8_t kStored = 0x02;
-constexpr std::uint8_t kLzma = 0x80; ///< and more: how much is forgotten; the lowest five bits belong to the size
-constexpr std::uint8_t kLzmaNewState = 0xA0;
-constexpr std::uint8_t kLzmaNewProperties = 0xC0;
-constexpr std::uint8_t kLzmaNewDictionary = 0xE0;
 constexpr unsigned kMostContextBits = 4; ///< lc + lp
 
 }
@@ -94,53 +86,54 @@ Result<void> Lzma2Decoder::decode(std::size_t count)
     return {};
 }
 
+Lzma2Control::Sizes Lzma2Control::sizes(ConstBytes header) const
+{
+    ByteReader in(header);
+    const std::size_t first = in.be16();
+    if (!isLzma())
+        return {first + 1, first + 1};
+    const std::size_t packed = in.be16();
+    return {(std::size_t{value & 0x1FU} << 16) + first + 1, packed + 1};
+}
+
 Result<bool> Lzma2Decoder::nextChunk()
 {
-    const auto control = std::to_integer<std::uint8_t>(TRY(m_packed.take(1)).front());
-    if (control == kEnd)
+    const Lzma2Control control(TRY(m_packed.take(1)).front());
+    if (control.isEnd())
         return false;
-    if (control == kStoredNewDictionary || control >= kLzmaNewDictionary) {
+    if (control.beginsDictionary()) {
         m_window.forget();
         m_needsDictionary = false;
         m_needsProperties = true;
-    } else if (m_needsDictionary) {
-        return kCorrupt;
     }
-    m_isStored = control < kLzma;
-    if (control >= kLzma) {
-        TRY(beginLzma(control));
-    } else if (control <= kStored) {
-        m_left = std::size_t{ByteReader(TRY(m_packed.take(2))).be16()} + 1;
-    } else {
+    if (m_needsDictionary || !control.isValid())
         return kCorrupt;
-    }
+    const auto header = TRY(m_packed.take(control.headerSize()));
+    const auto sizes = control.sizes(header);
+    m_isStored = !control.isLzma();
+    if (control.isLzma())
+        TRY(beginLzma(control, header, sizes.packed));
+    m_left = sizes.decoded;
     return true;
 }
 
-Result<void> Lzma2Decoder::beginLzma(std::uint8_t control)
+Result<void> Lzma2Decoder::beginLzma(const Lzma2Control& control, ConstBytes header, std::size_t packedSize)
 {
-    ByteReader sizes(TRY(m_packed.take(4)));
-    const auto size = (std::size_t{control & 0x1FU} << 16) + sizes.be16() + 1;
-    const auto packedSize = std::size_t{sizes.be16()} + 1;
-    if (control >= kLzmaNewProperties) {
-        const auto value = std::to_integer<std::uint8_t>(TRY(m_packed.take(1)).front());
-        const auto properties = LzmaDecoder::Properties::parse(value);
+    if (control.hasProperties()) {
+        const auto properties = LzmaDecoder::Properties::parse(std::to_integer<std::uint8_t>(header.back()));
         if (!properties || properties->literalContext + properties->literalPosition > kMostContextBits)
             return kCorrupt;
         m_lzma.setProperties(*properties);
         m_needsProperties = false;
     }
-    if (m_needsProperties)
+    if (m_needsProperties || packedSize < LzmaDecoder::kFirstBytes)
         return kCorrupt;
-    if (control >= kLzmaNewState)
+    if (control.forgetsModel())
         m_lzma.reset();
-    if (packedSize < LzmaDecoder::kFirstBytes)
-        return kCorrupt;
     const auto chunk = TRY(m_packed.take(packedSize));
     if (!m_lzma.begin(chunk.first(LzmaDecoder::kFirstBytes)))
         return kCorrupt;
     m_chunk = chunk.subspan(LzmaDecoder::kFirstBytes);
-    m_left = size;
     return {};
 }
 

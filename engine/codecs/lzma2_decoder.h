@@ -44,6 +44,26 @@ private:
     std::uint64_t m_taken = 0;
 };
 
+/// What the first byte of a chunk says.
+struct Lzma2Control {
+    explicit Lzma2Control(std::byte first) : value(std::to_integer<std::uint8_t>(first)) {}
+    bool isEnd() const { return value == 0; }
+    bool isValid() const { return value <= 2 || isLzma(); }
+    bool isLzma() const { return value >= 0x80; }
+    bool beginsDictionary() const { return value == 1 || value >= 0xE0; }
+    bool hasProperties() const { return value >= 0xC0; }
+    bool forgetsModel() const { return value >= 0xA0; }
+
+    /// Bytes that follow it, with the properties at their end.
+    std::size_t headerSize() const { return isLzma() ? (hasProperties() ? 5 : 4) : 2; }
+    struct Sizes {
+        std::size_t decoded, packed;
+    };
+    Sizes sizes(ConstBytes header) const;
+
+    std::uint8_t value;
+};
+
 /// LZMA in chunks, as xz and 7z store it.
 class Lzma2Decoder {
 public:
@@ -56,7 +76,7 @@ public:
 
 private:
     Result<bool> nextChunk();
-    Result<void> beginLzma(std::uint8_t control);
+    Result<void> beginLzma(const Lzma2Control& control, ConstBytes header, std::size_t packedSize);
     Result<void> decode(std::size_t count);
 
     PackedBytes& m_packed;

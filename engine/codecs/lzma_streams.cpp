@@ -1,6 +1,7 @@
 #include "engine/codecs/lzma_streams.h"
 
 #include "engine/codecs/lzma2_decoder.h"
+#include "engine/codecs/lzma2_parallel.h"
 
 #include <algorithm>
 
@@ -207,7 +208,12 @@ Result<StreamPtr> openLzma2(StreamPtr packed, ConstBytes properties, const Codec
     if (!dictionary)
         return Error{ErrorCode::UnsupportedMethod, "lzma2: properties"};
     TRY(checkLzmaDictionary(*dictionary, params.limits));
-    auto window = TRY(LzmaWindow::ring(*dictionary));
+    return openLzma2Parts(std::move(packed), *dictionary, params);
+}
+
+Result<StreamPtr> openLzma2Serial(StreamPtr packed, std::uint64_t dictionary, const CodecParams& params)
+{
+    auto window = TRY(LzmaWindow::ring(dictionary));
     return StreamPtr(std::make_unique<Lzma2Stream>(std::move(packed), std::move(window), params));
 }
 

@@ -98,7 +98,8 @@ Result<void> BlockReader::read(std::span<const std::uint64_t> entries)
 /// A fault is kept.
 void BlockReader::open(const Block& block)
 {
-    auto stream = openBlock(m_shared.source, block, m_shared.packedBytesRead, m_shared.limits, m_shared.cancel);
+    auto stream = openBlock(m_shared.source, block, m_shared.packedBytesRead,
+                            {.threads = m_shared.decoderThreads, .limits = m_shared.limits, .cancel = m_shared.cancel});
     if (stream)
         m_stream = *std::move(stream);
     else

@@ -25,6 +25,7 @@ struct ReadShared {
     const Limits& limits;
     const CancelToken& cancel;
     std::atomic<std::uint64_t>* packedBytesRead = nullptr;
+    unsigned decoderThreads = 1; ///< for one block
 };
 
 /// Decodes block after block into one lane. Used by one thread.

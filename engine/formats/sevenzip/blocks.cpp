@@ -125,7 +125,7 @@ std::string methodOf(const Block& block)
 }
 
 Result<StreamPtr> openBlock(const SourcePtr& source, const Block& block, std::atomic<std::uint64_t>* packedBytesRead,
-                            const Limits& limits, const CancelToken& cancel)
+                            const CodecParams& params)
 {
     auto packed = windowStream(source, block.packedPosition, block.packedSize);
     if (packedBytesRead)
@@ -135,7 +135,7 @@ Result<StreamPtr> openBlock(const SourcePtr& source, const Block& block, std::at
     std::vector<LzmaFilterStep> steps;
     for (const auto& coder : block.coders)
         steps.push_back({findMethod(coder.method)->filter, coder.properties});
-    return openLzmaChain(std::move(packed), steps, block.innerSize, {.threads = 1, .limits = limits, .cancel = cancel});
+    return openLzmaChain(std::move(packed), steps, block.innerSize, params);
 }
 
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/codecs/codec.h"
 #include "engine/formats/sevenzip/database.h"
 #include "engine/io/stream.h"
 
@@ -14,6 +15,6 @@ std::string methodOf(const Block& block);
 
 /// The decoded data of a block.
 Result<StreamPtr> openBlock(const SourcePtr& source, const Block& block, std::atomic<std::uint64_t>* packedBytesRead,
-                            const Limits& limits, const CancelToken& cancel);
+                            const CodecParams& params);
 
 }

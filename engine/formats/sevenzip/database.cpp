@@ -434,7 +434,7 @@ Result<std::vector<std::byte>> unpackHeader(const SourcePtr& source, const Strea
     const auto& block = streams.blocks.front();
     if (block.size > limits.headerBlock || dictionaryOf(block) > limits.dictionary)
         return Error{ErrorCode::LimitExceeded, "7z: headers too large"};
-    const auto stream = TRY(openBlock(source, block, nullptr, limits, cancel));
+    const auto stream = TRY(openBlock(source, block, nullptr, {.limits = limits, .cancel = cancel}));
     std::vector<std::byte> header(static_cast<std::size_t>(block.size));
     if (TRY(readFully(*stream, header)) < header.size())
         return Error{ErrorCode::Truncated, "7z: packed headers"};

@@ -94,7 +94,12 @@ public:
         }
         if (!chosen.empty() && chosen.back() >= m_database.files().size())
             return Error{ErrorCode::Internal, "7z: a chosen entry is not there"};
-        const ReadShared shared{m_source, m_database, m_context.limits, m_context.cancel, request.packedBytesRead};
+        const ReadShared shared{.source = m_source,
+                                .database = m_database,
+                                .limits = m_context.limits,
+                                .cancel = m_context.cancel,
+                                .packedBytesRead = request.packedBytesRead,
+                                .decoderThreads = m_database.blocks().size() == 1 ? lanes.count() : 1};
         return readBlocks(shared, chosen, lanes);
     }
 

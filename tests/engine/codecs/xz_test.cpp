@@ -207,6 +207,72 @@ TEST(XzBlocks, areNotBelievedWhenTheyDoNotFitTheFile)
     EXPECT_FALSE(outcome([&](auto& block) { block.packedSize = packed.size(); }));
 }
 
+/// One stream of the parts, each with a dictionary of its own, as encoders with threads make them.
+std::string packParts(const std::vector<std::string>& parts)
+{
+    auto options = optionsOf({});
+    const lzma_filter filters[] = {{LZMA_FILTER_LZMA2, &options}, {LZMA_VLI_UNKNOWN, nullptr}};
+    std::string packed;
+    for (const auto& part : parts) {
+        std::string one(part.size() + part.size() / 8 + 1000, '\0');
+        std::size_t size = 0;
+        EXPECT_EQ(lzma_raw_buffer_encode(filters, nullptr, reinterpret_cast<const std::uint8_t*>(part.data()),
+                                         part.size(), reinterpret_cast<std::uint8_t*>(one.data()), &size, one.size()),
+                  LZMA_OK);
+        packed += one.substr(0, size - 1); // without the end
+    }
+    return packed + '\0';
+}
+
+vantoro::testing::Drained unpackParts(const std::string& packed, unsigned threads)
+{
+    const std::byte dictionary{8}; // 64 KiB
+    const LzmaFilterStep steps[] = {{LzmaFilter::Lzma2, ConstBytes(&dictionary, 1)}};
+    auto stream = openLzmaChain(textStream(packed, 9'000), steps, std::nullopt, {.threads = threads});
+    return drain(**stream, 10'007);
+}
+
+TEST(Lzma2Parts, areDecodedSideBySide)
+{
+    const auto data = variedData(400'000);
+    const auto tooLarge = data.substr(0, 1000) + std::string(34 << 20, 'x') + data;
+    const std::vector<std::string> kinds[] = {{data},
+                                              {data, data.substr(0, 1), data.substr(7), data, data.substr(100'000)},
+                                              {data, tooLarge, data},
+                                              {tooLarge},
+                                              {}};
+    for (const auto& parts : kinds) {
+        std::string whole;
+        for (const auto& part : parts)
+            whole += part;
+        const auto packed = packParts(parts);
+        for (const unsigned threads : {1U, 3U}) {
+            const auto result = unpackParts(packed, threads);
+            EXPECT_TRUE(result.outcome) << (result.outcome ? "" : result.outcome.error().what);
+            EXPECT_TRUE(result.data == whole) << parts.size() << " parts, " << threads << " threads";
+        }
+    }
+}
+
+TEST(Lzma2Parts, giveWhatComesBeforeDamage)
+{
+    const auto data = variedData(150'000);
+    const auto packed = packParts({data, data, data});
+    const auto whole = data + data + data;
+    for (std::size_t length = 0; length < packed.size(); length += 997) {
+        const auto result = unpackParts(packed.substr(0, length), 3);
+        ASSERT_FALSE(result.outcome) << length;
+        EXPECT_EQ(result.outcome.error().code, ErrorCode::Truncated) << length;
+        EXPECT_TRUE(whole.starts_with(result.data)) << length;
+    }
+    auto broken = packed;
+    broken[packed.size() / 3] = 0x40; // the control byte of the second part
+    const auto result = unpackParts(broken, 3);
+    ASSERT_FALSE(result.outcome);
+    EXPECT_EQ(result.outcome.error().code, ErrorCode::Corrupt);
+    EXPECT_TRUE(result.data == data);
+}
+
 TEST(Lzma2, knowsTheDictionaryBehindEachProperty)
 {
     EXPECT_EQ(lzma2Dictionary(0), 4096U);
