@@ -166,7 +166,7 @@ void ArchiveOutlineView::keyPressEvent(QKeyEvent* event)
     switch (event->key()) {
     case Qt::Key_Space:
         if (currentIndex().isValid())
-            emit previewRequested(currentIndex());
+            emit previewToggled(currentIndex().siblingAtColumn(0));
         return;
     case Qt::Key_Return:
     case Qt::Key_Enter:

@@ -22,6 +22,8 @@ public:
 
 signals:
     void previewRequested(const QModelIndex& index);
+    /// As previewRequested(), but closes the preview of the same row.
+    void previewToggled(const QModelIndex& index);
     void previewDismissed();
     void extractRequested(const QModelIndex& index);
     void menuRequested(const QModelIndex& index, const QPoint& globalPosition);

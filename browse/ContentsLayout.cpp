@@ -21,6 +21,7 @@ namespace vantoro {
 namespace {
 
 constexpr int kFilterDelayMs = 150;
+constexpr int kPreviewDelayMs = 120; // rows that are passed over are not read
 constexpr int kFilterWidth = 320;
 
 }
@@ -43,6 +44,7 @@ KXArchiveContentsViewController::KXArchiveContentsViewController(BrowserHost& ho
     , m_btnClear(new FlatButton(tr("Clear"), FlatButton::Kind::Plain, this))
     , m_btnSet(new FlatButton(FlatButton::Kind::Round, this))
     , m_passWdPanel(new PasswordPrompt(this))
+    , m_previewDelay(new QTimer(this))
 {
     setAcceptDrops(true);
     setAccessibleName(tr("Extract"));
@@ -139,10 +141,17 @@ void KXArchiveContentsViewController::connectOutline()
     using Page = KXArchiveContentsViewController;
     connect(m_dropView, &DropArea::buttonClicked, this, &Page::toggleAddArchive);
     connect(m_outlineView, &Outline::previewRequested, this, &Page::previewItem);
+    connect(m_outlineView, &Outline::previewToggled, this, &Page::togglePreview);
     connect(m_outlineView, &Outline::previewDismissed, this, &Page::closePreview);
     connect(m_outlineView, &Outline::menuRequested, this, &Page::showMenu);
     connect(m_outlineView, &Outline::dragEnded, this, &Page::extractItem);
-    connect(m_outlineView, &Outline::selectedRowChanged, this, [this] { setBtnEnable(true); });
+    connect(m_outlineView, &Outline::selectedRowChanged, this, [this] {
+        setBtnEnable(true);
+        m_previewDelay->start();
+    });
+    m_previewDelay->setSingleShot(true);
+    m_previewDelay->setInterval(kPreviewDelayMs);
+    connect(m_previewDelay, &QTimer::timeout, this, &Page::followWithPreview);
     connect(m_passWdPanel, &PasswordPrompt::answered, this,
             [this](const Secret& password) { m_presenter->togglePasswordOK(password); });
     connect(m_passWdPanel, &PasswordPrompt::cancelled, this, [this] { m_presenter->togglePasswordCancel(); });
@@ -154,6 +163,8 @@ PreviewWindow& KXArchiveContentsViewController::quicklookWindow()
         m_quicklookWindow = new PreviewWindow(this);
         connect(m_quicklookWindow, &PreviewWindow::extractRequested, this,
                 &KXArchiveContentsViewController::toggleExtractSelectedItem);
+        connect(m_quicklookWindow, &PreviewWindow::stepRequested, this,
+                &KXArchiveContentsViewController::choosePreviewed);
         connect(m_quicklookWindow, &PreviewWindow::dismissed, m_outlineView, qOverload<>(&QWidget::setFocus));
     }
     return *m_quicklookWindow;

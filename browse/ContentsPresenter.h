@@ -29,6 +29,8 @@ public:
     /// Stops what runs, without waiting for it.
     void stop();
 
+    /// Something runs for the archive, behind an overlay.
+    bool isBusy() const { return m_work.isRunning(); }
     const BrowsedArchive& archive() const { return m_archive; }
     PasswordCheckState passwordCheckState() const { return m_gate.passwordCheckState(); }
 

@@ -103,7 +103,37 @@ void KXArchiveContentsViewController::extractItem(const QModelIndex& index)
 
 void KXArchiveContentsViewController::previewItem(const QModelIndex& index)
 {
+    m_previewed = index.siblingAtColumn(0);
     m_presenter->previewItem(m_outlineView->rowForIndex(index), m_model->nodeAt(index));
+}
+
+void KXArchiveContentsViewController::togglePreview(const QModelIndex& index)
+{
+    if (m_quicklookWindow && m_quicklookWindow->isVisible() && m_previewed == index)
+        closePreview();
+    else
+        previewItem(index);
+}
+
+/// The preview that is open shows what is selected, unless that takes a question.
+void KXArchiveContentsViewController::followWithPreview()
+{
+    const auto selected = m_outlineView->selectedIndex();
+    if (!m_quicklookWindow || !m_quicklookWindow->isVisible() || !selected.isValid() || m_previewed == selected)
+        return;
+    if (m_presenter->isBusy())
+        return m_previewDelay->start();
+    const auto& wrapper = m_presenter->archive().wrapper;
+    if (wrapper && (!wrapper->crypted() || m_presenter->passwordCheckState() == PasswordCheckState::Accepted))
+        previewItem(selected);
+}
+
+void KXArchiveContentsViewController::choosePreviewed(bool below)
+{
+    const auto selected = m_outlineView->selectedIndex();
+    const auto next = below ? m_outlineView->indexBelow(selected) : m_outlineView->indexAbove(selected);
+    if (next.isValid())
+        m_outlineView->setCurrentIndex(next);
 }
 
 void KXArchiveContentsViewController::showMenu(const QModelIndex& index, const QPoint& globalPosition)

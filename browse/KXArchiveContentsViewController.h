@@ -5,6 +5,8 @@
 #include "files/FilePanels.h"
 #include "widgets/KXBaseViewCter.h"
 
+#include <QPersistentModelIndex>
+
 #include <memory>
 
 class QAction;
@@ -77,6 +79,9 @@ private:
     void archiveChosen(const PanelResult& chosen);
     void showMenu(const QModelIndex& index, const QPoint& globalPosition);
     void previewItem(const QModelIndex& index);
+    void togglePreview(const QModelIndex& index);
+    void followWithPreview();
+    void choosePreviewed(bool below);
     void extractItem(const QModelIndex& index);
     /// Made when it is first needed: what shows documents is slow to load.
     PreviewWindow& quicklookWindow();
@@ -109,6 +114,8 @@ private:
     FlatButton* m_btnSet;
     PasswordPrompt* m_passWdPanel;
     PreviewWindow* m_quicklookWindow = nullptr;
+    QPersistentModelIndex m_previewed;
+    QTimer* m_previewDelay;
 };
 
 }

@@ -49,6 +49,8 @@ void showImage(PreviewContent& content, QByteArray data)
     }
     content.kind = PreviewContent::Kind::Image;
     const QSize shown = size.isValid() ? size : content.image.size();
+    if (reader.supportsAnimation() && reader.imageCount() > 1 && shown == boundedSize(shown, false))
+        content.animation = data;
     if (!isDrawing)
         content.detail = Texts::tr("%1 × %2 pixels").arg(shown.width()).arg(shown.height()) + texts::separator();
     content.detail += KXUtilities::sizeFormatForNumber(data.size());

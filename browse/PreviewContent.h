@@ -20,6 +20,7 @@ struct PreviewContent {
     QString itemPath; ///< its icon is that of this path
     bool isFolder = false;
     QImage image;
+    QByteArray animation; ///< the whole file of a picture that moves; empty for one that does not
     QByteArray pdf;
     QString text;
     QString detail; ///< a line below: size, dimensions, or why there is no more to see

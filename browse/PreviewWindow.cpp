@@ -3,13 +3,16 @@
 #include "browse/PdfView.h"
 #include "browse/PreviewContent.h"
 
+#include "widgets/Appearance.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FlatButton.h"
 #include "widgets/ImageView.h"
 #include "widgets/Theme.h"
 
+#include <QBuffer>
 #include <QFontDatabase>
 #include <QKeyEvent>
+#include <QMovie>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QScreen>
@@ -121,9 +124,7 @@ void PreviewWindow::showContent(const PreviewContent& content, const QIcon& icon
     m_btnSingleExtract->setVisible(true);
     switch (content.kind) {
     case PreviewContent::Kind::Image:
-        m_qtImageView->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
-        m_qtImageView->setPixmap(QPixmap::fromImage(content.image));
-        m_views->setCurrentIndex(0);
+        showImage(content);
         break;
     case PreviewContent::Kind::Text:
         m_qtTextView->setPlainText(content.text);
@@ -137,10 +138,28 @@ void PreviewWindow::showContent(const PreviewContent& content, const QIcon& icon
         break;
     }
     initQuicklookWindow();
+    if (isVisible())
+        return setFocus(); // of this window: the keys go on choosing entries
     show();
     raise();
     activateWindow();
     m_views->currentWidget()->setFocus();
+}
+
+void PreviewWindow::showImage(const PreviewContent& content)
+{
+    m_qtImageView->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    m_qtImageView->setPixmap(QPixmap::fromImage(content.image));
+    m_views->setCurrentIndex(0);
+    if (content.animation.isEmpty() || Appearance::instance().reducedMotion())
+        return;
+    m_movie = std::make_unique<QMovie>();
+    auto* file = new QBuffer(m_movie.get());
+    file->setData(content.animation);
+    m_movie->setDevice(file);
+    connect(m_movie.get(), &QMovie::frameChanged, m_qtImageView,
+            [this] { m_qtImageView->setPixmap(m_movie->currentPixmap()); });
+    m_movie->start();
 }
 
 void PreviewWindow::showIcon(const QIcon& icon)
@@ -174,6 +193,7 @@ void PreviewWindow::showPdf(const PreviewContent& content, const QIcon& icon)
 
 void PreviewWindow::forgetContent()
 {
+    m_movie.reset();
     m_qtImageView->setPixmap({});
     m_qtTextView->clear();
     if (m_qtPdfView)
@@ -213,6 +233,8 @@ void PreviewWindow::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Escape || event->key() == Qt::Key_Space)
         dismiss();
+    else if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)
+        emit stepRequested(event->key() == Qt::Key_Down);
     else
         QWidget::keyPressEvent(event);
 }

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+class QMovie;
 class QPlainTextEdit;
 class QStackedWidget;
 
@@ -25,6 +26,7 @@ public:
     explicit PreviewWindow(QWidget* page);
     ~PreviewWindow() override;
 
+    /// Takes the keyboard when it appears; what is shown later leaves the keyboard where it is.
     void showContent(const PreviewContent& content, const QIcon& icon);
     /// Forgets the content, too.
     void dismiss();
@@ -32,6 +34,8 @@ public:
 signals:
     void extractRequested();
     void dismissed();
+    /// The entry above or below is wanted.
+    void stepRequested(bool isDown);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -44,6 +48,7 @@ private:
     void buildViews();
     void showPdf(const PreviewContent& content, const QIcon& icon);
     void showIcon(const QIcon& icon);
+    void showImage(const PreviewContent& content);
     void forgetContent();
     void initQuicklookWindow();
 
@@ -54,6 +59,7 @@ private:
     FlatButton* m_btnSingleExtract;
     QStackedWidget* m_views;
     ImageView* m_qtImageView;
+    std::unique_ptr<QMovie> m_movie; // of a picture that moves
     QPlainTextEdit* m_qtTextView;
     std::unique_ptr<PdfView> m_qtPdfView; // made for the first document
     ElidedLabel* m_detail;

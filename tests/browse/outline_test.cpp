@@ -5,14 +5,21 @@
 #include "browse/ArchiveOutlineView.h"
 #include "browse/ArchiveTreeModel.h"
 #include "browse/KXArchiveContentsViewController.h"
+#include "browse/KXArchiveItem.h"
 #include "browse/KXDropArchiveView.h"
+#include "browse/KXUnarchiveWrapper.h"
+#include "browse/PreviewContent.h"
+#include "browse/PreviewWindow.h"
 
 #include "app/KXPrefsDefault.h"
+#include "widgets/Appearance.h"
+#include "widgets/ImageView.h"
 
 #include <QAbstractItemModelTester>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QPlainTextEdit>
 #include <QSignalSpy>
 #include <QTextEdit>
 
@@ -27,6 +34,9 @@ private slots:
     void closingAFolderTakesTheSelectionOut();
     void keysAskForWhatTheyMean();
     void thePageShowsAnArchiveAndForgetsIt();
+    void thePreviewFollowsTheSelection();
+    void picturesMoveUnlessNothingMay_data();
+    void picturesMoveUnlessNothingMay();
     void thePageGoesWhileAnArchiveIsOpened();
     void oneArchiveIsTakenAtATime_data();
     void oneArchiveIsTakenAtATime();
@@ -131,8 +141,10 @@ void OutlineTest::keysAskForWhatTheyMean()
     QTest::keyClick(&view, Qt::Key_Z);
     QCOMPARE(view.selectedIndex().data().toString(), "zebra");
     QTest::keyClick(&view, Qt::Key_Return);
+    QCOMPARE(previews.size(), 1);
+    QSignalSpy toggles(&view, &ArchiveOutlineView::previewToggled);
     QTest::keyClick(&view, Qt::Key_Space);
-    QCOMPARE(previews.size(), 2);
+    QCOMPARE(toggles.size(), 1);
     QTest::keyClick(&view, Qt::Key_Escape);
     QCOMPARE(dismissals.size(), 1);
 }
@@ -154,6 +166,80 @@ void OutlineTest::thePageShowsAnArchiveAndForgetsIt()
     QCOMPARE(host.log, QStringList{"all of t.zip"});
     page.toggleClearAll();
     QVERIFY(!outline->isVisible() && !extract->isEnabled());
+}
+
+void OutlineTest::thePreviewFollowsTheSelection()
+{
+    KXPrefsDefault::setListArchive(true);
+    RecordingBrowserHost host;
+    KXArchiveContentsViewController page(host);
+    auto* outline = page.findChild<ArchiveOutlineView*>();
+    page.show();
+    ZipBuilder().add("a.txt", "first").add("b.txt", "second").write(m_home.path("t.zip"));
+    page.obtainFilesPath(m_home.path("t.zip"));
+    QTRY_VERIFY(outline->isVisible());
+    const auto root = outline->model()->index(0, 0);
+    outline->setCurrentIndex(outline->model()->index(0, 0, root));
+    QTest::keyClick(outline, Qt::Key_Space);
+    const auto shownText = [&page] {
+        const auto* text = page.findChild<QPlainTextEdit*>();
+        return text ? text->toPlainText() : QString();
+    };
+    QTRY_COMPARE(shownText(), "first");
+    QTest::keyClick(outline, Qt::Key_Down);
+    QTRY_COMPARE(shownText(), "second");
+    auto* preview = page.findChild<PreviewWindow*>();
+    QTest::keyClick(preview, Qt::Key_Up); // the same keys in the preview
+    QTRY_COMPARE(shownText(), "first");
+    QTest::keyClick(outline, Qt::Key_Space);
+    QVERIFY(!preview->isVisible());
+    QTest::keyClick(outline, Qt::Key_Down);
+    QVERIFY(!preview->isVisible());
+}
+
+/// One red pixel, then a green one.
+QByteArray movingPicture()
+{
+    const auto frame = [](const char* color) {
+        return QByteArray::fromHex("21F9040405000000" // for 50 ms
+                                   "2C000000000100010000"
+                                   "0202")
+            + QByteArray::fromHex(color) + QByteArray::fromHex("0100");
+    };
+    return "GIF89a"
+        + QByteArray::fromHex("01000100800000FF000000FF00"
+                              "21FF0B4E45545343415045322E300301000000") // for ever
+        + frame("44") + frame("4C") + ";";
+}
+
+void OutlineTest::picturesMoveUnlessNothingMay_data()
+{
+    QTest::addColumn<bool>("mayMove");
+    QTest::newRow("moves") << true;
+    QTest::newRow("reduced motion") << false;
+}
+
+void OutlineTest::picturesMoveUnlessNothingMay()
+{
+    QFETCH(bool, mayMove);
+    Appearance::instance().setReducedMotion(!mayMove);
+    QWidget page;
+    page.show();
+    PreviewWindow window(&page);
+    const auto item = KXArchiveItem::initWithPath("/skeleton/a.gif", "a.gif", false);
+    const auto content = previewContent(*item, movingPicture(), {});
+    QVERIFY(!content.animation.isEmpty());
+    window.showContent(content, {});
+    auto* picture = window.findChild<ImageView*>();
+    const auto color = [picture] { return picture->grab().toImage().pixelColor(picture->pictureRect().center()); };
+    if (mayMove) {
+        QTRY_COMPARE(color(), QColor(Qt::green));
+    } else {
+        QTest::qWait(150); // three frames' time
+        QCOMPARE(color(), QColor(Qt::red));
+    }
+    window.dismiss();
+    Appearance::instance().setReducedMotion(false);
 }
 
 void OutlineTest::thePageGoesWhileAnArchiveIsOpened()
