@@ -7,7 +7,8 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QEvent>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QWidget>
 
@@ -54,6 +55,16 @@ constexpr std::array kRows{
                Qt::CTRL | Qt::Key_W},
     CommandRow{Command::Quit, "quit", QT_TRANSLATE_NOOP("AppCommands", "&Quit"), Qt::CTRL | Qt::Key_Q},
 };
+
+/// The toolkit knows the menu key only, which many keyboards lack.
+bool openContextMenu(QWidget* widget, const QKeyEvent& key)
+{
+    if (key.key() != Qt::Key_F10 || key.modifiers() != Qt::ShiftModifier || widget != QApplication::focusWidget())
+        return false;
+    const QPoint place = widget->rect().center();
+    QContextMenuEvent menu(QContextMenuEvent::Keyboard, place, widget->mapToGlobal(place));
+    return QApplication::sendEvent(widget, &menu);
+}
 
 QString text(const char* source) { return QCoreApplication::translate("AppCommands", source); }
 
@@ -112,6 +123,8 @@ bool AppCommands::eventFilter(QObject* watched, QEvent* event)
         if (takesCommands && !window->actions().contains(m_actions.front()))
             window->addActions(QList<QAction*>(m_actions.begin(), m_actions.end()));
     }
+    if (event->type() == QEvent::KeyPress && watched->isWidgetType())
+        return openContextMenu(static_cast<QWidget*>(watched), *static_cast<QKeyEvent*>(event));
     return false;
 }
 

@@ -13,6 +13,7 @@ import sys
 import tarfile
 import time
 import traceback
+import zipfile
 import zlib
 
 from session import Account, Desktop, Failure, missing_tools, wait_until
@@ -146,6 +147,14 @@ class User(Account):
         wait_until(lambda: not self.find("push button", "Close Preview"), "the end of the preview")
         self.wait_for_focus("Vantoro")
 
+    def preview_fails(self, name):
+        self.click_row(name)
+        self.keys("space")
+        self.wait_for("label", name)
+        check(not self.find("text", "Text"), "nothing is shown")
+        self.keys("Escape")
+        wait_until(lambda: not self.find("push button", "Close Preview"), "the end of the preview")
+
     def shot(self, name):
         if SHOTS:
             time.sleep(0.6)
@@ -257,6 +266,109 @@ def a_file_of_a_zip_is_extracted(a):
     check((a.work / "Notes/readme.txt").read_bytes() == FILES["Notes/readme.txt"], "whole")
     check(a.names(a.work / "Notes") == ["readme.txt"] and a.names() == ["Notes", "Trip.zip"], "and nothing else")
     a.shot("browse-extracted")
+
+
+def a_row_is_dragged_out(a):
+    a.open(a.make("Trip.zip"))
+    a.unfold("Notes")
+    left, top, width, height = a.wait_for("table cell", "readme.txt")["box"]
+    x, y = left + 60, top + height // 2
+    a.xdotool("mousemove", str(x), str(y), "mousedown", "1")
+    for step in range(1, 11):
+        a.xdotool("mousemove", str(x + (1250 - x) * step // 10), str(y + (780 - y) * step // 10))
+        time.sleep(0.04)
+    check(a.names() == ["Trip.zip"], "nothing happens before the row is let go")
+    a.xdotool("mouseup", "1")
+    wait_until((a.work / "Notes/readme.txt").exists, "the dragged file beside the archive")
+    a.wait_for_label("1 entry extracted")
+    check(a.names(a.work / "Notes") == ["readme.txt"], "and nothing else")
+
+
+def the_menu_of_a_row_does_what_it_says(a):
+    """By its place: menus are not in the tree of what can be reached by assistive technology without the keyboard."""
+    a.open(a.make("Trip.zip"))
+    a.click_row("Notes")
+    a.keys_until(lambda: a.find("table cell", "readme.txt"), "the folder to open", "Menu", "Down", "Return")
+    a.click_row("readme.txt")
+    a.keys_until(lambda: a.find("text", "Text"), "the preview", "Menu", "Down", "Return")
+    a.close_preview()
+    a.keys_until((a.work / "Notes/readme.txt").exists, "the result", "shift+F10", "Down", "Down", "Return")
+    a.wait_for_label("1 entry extracted")
+    left, top, width, height = a.wait_for("table cell", "Notes")["box"]
+    a.xdotool("mousemove", str(left + 60), str(top + height // 2), "click", "3")
+    time.sleep(0.5)
+    a.keys_until(lambda: "readme.txt" not in a.rows(), "the folder to close", "Down", "Return")
+
+
+def the_preview_follows_the_arrow_keys(a):
+    a.open(a.make("Trip.zip"))
+    a.unfold("Photos", "Notes")
+    a.preview("latin1.txt")
+    a.keys("Down")  # the preview has the keyboard
+    check("Lissabon" in a.wait_for("text", "Text")["text"], "the next file is shown")
+    a.keys("Up")
+    a.wait_for_label("There is no preview")
+    a.keys("space")
+    wait_until(lambda: not a.find("push button", "Close Preview"), "the same key to close it")
+    a.wait_for_focus("Vantoro")
+    a.keys("Down", "space")
+    a.wait_for("text", "Text")
+    a.xdotool("windowactivate", "--sync", a.wait_for_window("^Vantoro$"))
+    a.keys("Up")  # now the tree has it
+    a.wait_for_label("There is no preview")
+
+
+def a_long_archive_answers_at_once(a):
+    with zipfile.ZipFile(a.work / "long.zip", "w") as archive:
+        for number in range(100_000):
+            archive.writestr("d%02d/file-%06d.txt" % (number % 50, number), b"")
+    a.open(a.work / "long.zip")
+    a.wait_for_label("100")
+    a.click_row("long.zip")
+    a.keys("End")
+    a.wait_for("table cell", "d49")
+    a.keys("Return", "Down")
+    started = time.monotonic()
+    a.keys("ctrl+f")
+    a.type("file-099999")
+    wait_until(lambda: "file-099999.txt" in a.rows() and "d00" not in a.rows(), "the one row")
+    print("  found after %.1f s" % (time.monotonic() - started))
+
+
+def an_archive_that_changes_is_told(a):
+    """Whatever happens to the file meanwhile, there is a sentence and no crash."""
+    archive = a.make("Trip.zip")
+    a.open(archive)
+    a.unfold("Notes")
+    archive.write_bytes(b"something else" * 100)
+    a.preview_fails("readme.txt")
+    archive.unlink()
+    a.preview_fails("latin1.txt")
+    a.keys("ctrl+e")
+    time.sleep(1)
+    check(a.names() == [], "nothing comes of an archive that is gone")
+    a.wait_for("table cell", "readme.txt")
+
+
+def the_same_archive_is_opened_twice(a):
+    archive = a.make("Trip.zip")
+    a.open(archive)
+    a.unfold("Notes")
+    a.run(archive)
+    wait_until(lambda: "readme.txt" not in a.rows(), "it to be opened afresh")
+    a.wait_for("table cell", "Notes")
+    check(len(a.windows("^Vantoro$")) == 1, "in the one window")
+
+
+def long_names_are_cut_and_told(a):
+    name = "n" * 200 + ".txt"
+    a.open(a.make("Trip.zip", {"d/" + name: b"words", "e/" + "f" * 200 + "/g.txt": b""}))
+    a.unfold("d")
+    a.preview(name)
+    a.wait_for("text", "Text")
+    width = int(subprocess.run(["xdotool", "getwindowgeometry", "--shell", a.wait_for_window("^Vantoro$")],
+                               env=a.environment, stdout=subprocess.PIPE, text=True).stdout.split("WIDTH=")[1].split()[0])
+    check(width < 900, "the window keeps its width: %d" % width)
 
 
 def what_is_no_archive_is_named(a):
