@@ -92,17 +92,24 @@ void Appearance::readPortal()
     bus.connect(kPortalService, kPortalPath, kSettingsInterface, QStringLiteral("SettingChanged"), this,
                 SLOT(settingChanged(QString, QString, QDBusVariant)));
     const QDBusPendingReply<QDBusVariant> scheme = bus.asyncCall(readCall(kColorScheme), kFirstAnswerMs);
-    auto* motion = new QDBusPendingCallWatcher(bus.asyncCall(readCall(kReducedMotion)), this);
-    connect(motion, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* call) {
-        call->deleteLater();
-        const QDBusPendingReply<QDBusVariant> reply = *call;
-        if (reply.isValid() && apply(QLatin1String(kReducedMotion), unwrapped(QVariant::fromValue(reply.value()))))
-            emit changed();
-    });
+    readLater(kReducedMotion);
     QDBusPendingReply<QDBusVariant> answer = scheme;
     answer.waitForFinished();
     if (answer.isValid())
         apply(QLatin1String(kColorScheme), unwrapped(QVariant::fromValue(answer.value())));
+    else if (answer.error().type() == QDBusError::NoReply || answer.error().type() == QDBusError::Timeout)
+        readLater(kColorScheme); // a desktop that is still starting up
+}
+
+void Appearance::readLater(const char* key)
+{
+    auto* watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(readCall(key)), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, key](QDBusPendingCallWatcher* call) {
+        call->deleteLater();
+        const QDBusPendingReply<QDBusVariant> reply = *call;
+        if (reply.isValid() && apply(QLatin1String(key), unwrapped(QVariant::fromValue(reply.value()))))
+            setScheme(m_scheme);
+    });
 }
 
 void Appearance::settingChanged(const QString& group, const QString& key, const QDBusVariant& value)

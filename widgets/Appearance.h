@@ -37,6 +37,8 @@ private slots:
 private:
     Appearance() = default;
     void readPortal();
+    /// Applies the wish whenever it comes.
+    void readLater(const char* key);
     bool apply(const QString& key, const QVariant& value);
 
     Scheme m_scheme = Scheme::NoPreference;

@@ -1,5 +1,9 @@
 #!/usr/bin/python3
-"""A settings portal that wishes for dark windows. Says "ready" once it answers."""
+"""A settings portal that wishes for dark windows. Says "ready" once it can be asked.
+usage: dark_portal.py [SECONDS], which it takes for each answer"""
+
+import sys
+import time
 
 from gi.repository import Gio, GLib
 
@@ -8,9 +12,11 @@ INTERFACE = """<node><interface name="org.freedesktop.portal.Settings">
 <method name="ReadOne"><arg type="s" direction="in"/><arg type="s" direction="in"/><arg type="v" direction="out"/>
 </method></interface></node>"""
 DARK = 1
+DELAY = float(sys.argv[1]) if len(sys.argv) > 1 else 0
 
 
 def answer(_connection, _sender, _path, _interface, method, arguments, invocation):
+    time.sleep(DELAY)
     if arguments.unpack()[1] != "color-scheme":
         invocation.return_dbus_error("org.freedesktop.portal.Error.NotFound", "no such setting")
         return

@@ -6,6 +6,7 @@ missing."""
 import contextlib
 import os
 import re
+import shutil
 import subprocess
 import sys
 import time
@@ -35,6 +36,10 @@ class WindowsAccount(Account):
         self.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
         self._started.append(subprocess.Popen([LAUNCHER, "--launch-immediately"], env=self.environment,
                                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
+
+    def also_ends(self, process):
+        """With the account."""
+        self._started.append(process)
 
     def tree(self):
         return accessibility.program(self.environment["DBUS_SESSION_BUS_ADDRESS"])
@@ -262,11 +267,31 @@ def every_window_opens_by_its_key_and_names_its_controls(a):
         wait_until(lambda: not a.windows("^" + title + "$"), title + " to go")
 
 
+def a_late_wish_for_dark_windows_is_followed(a):
+    """The desktop's settings answer long after the first window is shown."""
+    if not shutil.which("import"):
+        print("  skipped: needs import to look at the window")
+        return
+    portal = subprocess.Popen([sys.executable, os.path.join(os.path.dirname(__file__), "dark_portal.py"), "1"],
+                              env=a.environment, stdout=subprocess.PIPE)
+    a.also_ends(portal)
+    check(portal.stdout.readline().strip() == b"ready", "the portal starts")
+    a.start()
+    window = a.wait_for_window("^Vantoro$")
+
+    def brightness():
+        shown = subprocess.run(["import", "-window", window, "-crop", "1x1+4+4", "-depth", "8", "gray:-"],
+                               env=a.environment, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        return shown.stdout[0] if shown.stdout else 255
+    wait_until(lambda: brightness() < 64, "the dark window")
+
+
 SCENARIOS = [preview_shows_and_extracts_what_was_chosen, preview_is_for_the_window_with_tabs,
              dropped_archive_comes_out, dropped_archive_comes_out_of_the_single_page, two_archives_are_answered,
              services_extract, services_extract_beside_the_single_page, files_become_an_archive,
              files_become_an_archive_in_the_single_page, closing_keeps_running_and_a_launch_reopens,
-             windows_switch_and_keep_their_pages, every_window_opens_by_its_key_and_names_its_controls]
+             windows_switch_and_keep_their_pages, a_late_wish_for_dark_windows_is_followed,
+             every_window_opens_by_its_key_and_names_its_controls]
 
 
 def run(scenario, desktop, program, drag_source):
