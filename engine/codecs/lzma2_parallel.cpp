@@ -8,7 +8,7 @@ namespace vantoro {
 
 namespace {
 
-constexpr std::uint64_t kMostMemory = 56 << 20;
+constexpr std::uint64_t kMostMemory = 32 << 20;
 constexpr std::uint64_t kLargestPart = 32 << 20;
 
 /// What a stream of packed bytes has left.
