@@ -6,6 +6,10 @@
 #include "engine/registry.h"
 #endif
 
+#ifdef FUZZ_FRAME // makes an archive of the input
+#include FUZZ_FRAME
+#endif
+
 #include <cstdlib>
 
 namespace {
@@ -124,7 +128,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     context.limits.dictionary = 16 << 20;
     Budget budget(context.cancel);
     const auto* bytes = reinterpret_cast<const std::byte*>(data);
+#ifdef FUZZ_FRAME
+    const auto source = memorySource(framed({bytes, size}));
+#else
     const auto source = memorySource(std::vector<std::byte>(bytes, bytes + size));
+#endif
 #ifdef FUZZ_ROW // one format alone, whatever the input looks like
     auto archive = FUZZ_ROW.open(source, context);
 #else
