@@ -81,6 +81,9 @@ Result<void> SourceWalk::append(const std::string& path, const std::string& name
     Folder above;
     addEntry(above, path, name, status, withContents);
     finish();
+    // All at once when much comes, little by little when there are many inputs.
+    if (const auto needed = list.items.size() + countOf(above); needed > list.items.capacity())
+        list.items.reserve(std::max(needed, 2 * list.items.capacity()));
     return gather(above, list);
 }
 
@@ -188,6 +191,14 @@ Result<void> SourceWalk::lookInto(Folder& folder)
             folder.problems.push_back({std::move(path), {ErrorCode::SourceUnreadable, "lstat", errno}});
     }
     return {};
+}
+
+std::size_t SourceWalk::countOf(const Folder& folder)
+{
+    auto count = folder.items.size();
+    for (const auto& inner : folder.inner)
+        count += countOf(*inner.folder);
+    return count;
 }
 
 Result<void> SourceWalk::gather(Folder& folder, SourceList& list)

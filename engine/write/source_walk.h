@@ -25,6 +25,7 @@ private:
     void begin(Folder& folder);
     void finish();
     Result<void> lookInto(Folder& folder);
+    static std::size_t countOf(const Folder& folder);
     static Result<void> gather(Folder& folder, SourceList& list);
 
     const CreateOptions& m_options;
