@@ -81,7 +81,18 @@ void AppDelegate::applicationOpenFile(const QString& path)
     m_archiveExtension = pathExtension(opened);
 }
 
-void AppDelegate::applicationShouldHandleReopen() { showMianWindow(); }
+void AppDelegate::applicationShouldHandleReopen()
+{
+    showMianWindow();
+    bringHiddenTasksBack();
+}
+
+/// A job may wait there for an answer.
+void AppDelegate::bringHiddenTasksBack()
+{
+    if (isRunning() && !m_taskWindow.isVisible())
+        m_taskWindow.bringToFront();
+}
 
 // The three services have one rule: the settings decide where to, and every file is taken, whatever its extension.
 void AppDelegate::extractToCurrentFolderWithPasteboard(const QStringList& filenames)
@@ -188,7 +199,7 @@ bool AppDelegate::isCoveredByLiveJob(const QString& path) const
 void AppDelegate::createArchive(const QString& path, const QString& destination)
 {
     if (isCoveredByLiveJob(path))
-        return;
+        return bringHiddenTasksBack();
     auto archive = KXArchiveManageController::initWithFilename(path);
     archive->setDestination(destination);
     // Fixed now: what is chosen for a later archive must not reach a job that still waits for its turn.

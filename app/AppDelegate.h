@@ -89,6 +89,7 @@ private:
     QString destPathForFileName(const QString& filename, DestinationType type) const;
     bool isCoveredByLiveJob(const QString& path) const;
     void createArchive(const QString& path, const QString& destination);
+    void bringHiddenTasksBack();
     void selectAndUnarchiveFilesWithDestination(DestinationType type);
     void clearTempFolders();
 

@@ -15,6 +15,7 @@ public:
     virtual void bringToFront() = 0;
     /// Closed when it is minimised, hidden otherwise.
     virtual void orderOut() = 0;
+    virtual bool isVisible() const = 0;
     virtual bool isActive() const = 0;
 };
 

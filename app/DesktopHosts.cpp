@@ -31,6 +31,8 @@ TaskListPort& DesktopTaskWindow::taskLists() { return *window().taskListsView();
 
 void DesktopTaskWindow::bringToFront() { bringWindowToFront(window()); }
 
+bool DesktopTaskWindow::isVisible() const { return m_window && m_window->isVisible() && !m_window->isMinimized(); }
+
 void DesktopTaskWindow::orderOut()
 {
     if (m_window)

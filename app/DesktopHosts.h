@@ -20,6 +20,7 @@ public:
     TaskListPort& taskLists() override;
     void bringToFront() override;
     void orderOut() override;
+    bool isVisible() const override;
     bool isActive() const override { return m_window && m_window->isActiveWindow(); }
 
     /// Null while it is not shown.

@@ -17,6 +17,7 @@
 
 #include <QDir>
 #include <QDragEnterEvent>
+#include <QKeyEvent>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QMenu>
@@ -201,6 +202,32 @@ void KXArchiveContentsViewController::dropEvent(QDropEvent* event)
 {
     event->setDropAction(Qt::CopyAction);
     event->setAccepted(m_dropView->takeFiles(DropArea::localPaths(event->mimeData())));
+}
+
+/// What the filter field has no use for.
+void KXArchiveContentsViewController::keyPressEvent(QKeyEvent* event)
+{
+    if (!m_filterField->hasFocus())
+        return KXBaseViewCter::keyPressEvent(event);
+    switch (event->key()) {
+    case Qt::Key_Escape:
+        m_filterField->clear();
+        return m_outlineView->setFocus();
+    case Qt::Key_Down:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return leaveFilterField();
+    default:
+        return KXBaseViewCter::keyPressEvent(event);
+    }
+}
+
+void KXArchiveContentsViewController::leaveFilterField()
+{
+    m_outlineView->setFocus();
+    const auto first = m_outlineView->indexBelow(m_model->index(0, 0));
+    if (!m_outlineView->selectedIndex().isValid() && first.isValid())
+        m_outlineView->setCurrentIndex(first);
 }
 
 void KXArchiveContentsViewController::changeEvent(QEvent* event)

@@ -66,6 +66,7 @@ protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     class View;
@@ -82,6 +83,7 @@ private:
     void togglePreview(const QModelIndex& index);
     void followWithPreview();
     void choosePreviewed(bool below);
+    void leaveFilterField();
     void extractItem(const QModelIndex& index);
     /// Made when it is first needed: what shows documents is slow to load.
     PreviewWindow& quicklookWindow();

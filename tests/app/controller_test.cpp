@@ -214,6 +214,11 @@ void ControllerTest::liveArchiveIsNotTakenTwice()
     s.delegate.createArchiveForPath(archive, DestinationType::Current);
     s.delegate.createArchiveForPath(archive, DestinationType::Desktop);
     QCOMPARE(s.window.rows.size(), 1U);
+    QCOMPARE(s.window.log.count("front"), 1);
+    s.window.visible = false; // the user closed it
+    s.delegate.createArchiveForPath(archive, DestinationType::Desktop);
+    QCOMPARE(s.window.rows.size(), 1U);
+    QCOMPARE(s.window.log.count("front"), 2);
     s.window.rows.front()->cancelAction(s.window.rows.front().get());
     s.delegate.createArchiveForPath(archive, DestinationType::Current); // a cancelled job does not count
     QCOMPARE(s.window.rows.size(), 2U);

@@ -184,7 +184,14 @@ def an_archive_is_unfolded_and_filtered(a):
     a.type("readme")
     wait_until(lambda: "readme.txt" in a.rows() and "Photos" not in a.rows(), "the filtered rows")
     a.shot("browse-filtered")
-    a.keys("Escape")
+    a.keys("Down", "Down", "space")  # from the field to the folder and the file
+    a.wait_for("text", "Text")
+    a.close_preview()
+    a.keys("ctrl+f", "Escape")
+    wait_until(lambda: "Photos" in a.rows(), "all rows again")
+    a.click_row("Photos")
+    a.keys("Right")
+    a.wait_for("table cell", "cover.png")
 
 
 def pictures_and_documents_are_previewed(a):

@@ -1,7 +1,8 @@
 #!/usr/bin/python3
-"""The ways of an archive through the program, each in both kinds of main window. usage: roads_test.py PROGRAM DRAG_SOURCE
-[SCENARIO...]. Ends with 77 (skipped) where something that it needs is missing."""
+"""The ways of an archive through the program, each in both kinds of main window. usage: roads_test.py PROGRAM
+DRAG_SOURCE [SCENARIO...]. Ends with 77 (skipped) where something that it needs is missing."""
 
+import subprocess
 import sys
 import zipfile
 
@@ -104,6 +105,24 @@ def drops_while_it_works_wait_their_turn(a, side_panel):
     check(a.names() == ["large", "large.zip", "one.txt", "one.zip"], "each once: %s" % a.names())
 
 
+def question_that_was_closed_comes_back(a, side_panel):
+    (a.work / "s.txt").write_text("secret")
+    subprocess.run(["7z", "a", "-psesame", "secret.zip", "s.txt"], cwd=a.work, check=True, stdout=subprocess.DEVNULL)
+    (a.work / "s.txt").unlink()
+    a.start(side_panel)
+    for again in ([a.work / "secret.zip"], []):  # opened once more, or the program's icon clicked
+        a.run(a.work / "secret.zip")
+        a.wait_for_focus("Extractions")
+        a.keys("ctrl+w")
+        wait_until(lambda: not a.windows("Extractions"), "the window to go")
+        check(a.is_running(), "the job waits")
+        a.run(*again)
+        a.wait_for_window("Extractions")
+    a.xdotool("windowactivate", "--sync", a.wait_for_window("Extractions"))
+    a.wait_for_focus("Extractions")
+    a.give_password("sesame", (a.work / "s.txt").exists)
+
+
 def twice(road):
     """With tabs and with the side panel."""
     def with_tabs(a):
@@ -116,10 +135,11 @@ def twice(road):
     return [with_tabs, with_panel]
 
 
-SCENARIOS = [scenario for road in (
-    opened_archive_comes_out, browsed_archive_goes_to_a_job, every_service_takes_what_it_is_given,
-    dropped_folder_is_left_alone_or_compressed, closed_window_comes_back_and_quits,
-    file_that_is_gone_leaves_nothing_behind, drops_while_it_works_wait_their_turn) for scenario in twice(road)]
+ROADS = [opened_archive_comes_out, browsed_archive_goes_to_a_job, every_service_takes_what_it_is_given,
+         dropped_folder_is_left_alone_or_compressed, closed_window_comes_back_and_quits,
+         file_that_is_gone_leaves_nothing_behind, question_that_was_closed_comes_back,
+         drops_while_it_works_wait_their_turn]
+SCENARIOS = [scenario for road in ROADS for scenario in twice(road)]
 
 if __name__ == "__main__":
     sys.exit(main(SCENARIOS))

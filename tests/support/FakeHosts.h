@@ -15,6 +15,7 @@ public:
     TaskListPort& taskLists() override { return *this; }
     void bringToFront() override { log += "front"; }
     void orderOut() override { log += "out"; }
+    bool isVisible() const override { return visible; }
     bool isActive() const override { return active; }
 
     /// Called on each new row before it gets its job.
@@ -23,6 +24,7 @@ public:
     std::vector<TaskViewPort*> listed;
     QStringList log;
     bool active = true;
+    bool visible = true; ///< the user may close it while jobs run
 
 private:
     TaskViewPort* makeTaskView() override
