@@ -86,8 +86,8 @@ public:
     Result<std::vector<File>> files(const Streams& streams)
     {
         const auto count = TRY(number());
-        if (count > m_in.remaining())
-            return kDamaged; // each has a name
+        if (count > m_in.remaining() / 2)
+            return kDamaged; // each has a name, if only its end
         std::vector<File> files(static_cast<std::size_t>(count));
         std::vector<bool> isEmpty(files.size()), isEmptyFile;
         for (auto next = id(); next != Id::End; next = id()) {
