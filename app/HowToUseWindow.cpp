@@ -122,7 +122,7 @@ void HowToUseWindow::addStep(QVBoxLayout* column, const QStringList& pictures, c
 {
     auto* card = new ColoredView(this);
     card->setRadius(theme::kRadiusCard);
-    card->setBorderColor(theme::colors(palette()).border);
+    card->setBordered(true);
     auto* name = new QLabel(title, card);
     name->setFont(theme::font(theme::Type::BodyStrong, font()));
     auto* words = new QVBoxLayout;

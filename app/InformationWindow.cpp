@@ -84,7 +84,7 @@ QWidget* cardWith(QWidget* table, QWidget* parent)
 {
     auto* card = new ColoredView(parent);
     card->setRadius(theme::kRadiusCard);
-    card->setBorderColor(theme::colors(parent->palette()).border);
+    card->setBordered(true);
     auto* inside = new QVBoxLayout(card);
     inside->setContentsMargins(theme::kSpaceXs, theme::kSpaceXs, theme::kSpaceXs, theme::kSpaceXs);
     inside->addWidget(table);

@@ -55,7 +55,7 @@ QLabel* makeCaption(const QString& text, QWidget* parent) { return new Caption(t
 SettingsCard::SettingsCard(QWidget* parent) : ColoredView(parent), m_column(new QVBoxLayout(this))
 {
     setRadius(theme::kRadiusCard);
-    setBorderColor(theme::colors(palette()).border);
+    setBordered(true);
     m_column->setContentsMargins(theme::kSpaceL, theme::kSpaceXs, theme::kSpaceL, theme::kSpaceXs);
     m_column->setSpacing(0);
 }

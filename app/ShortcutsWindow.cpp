@@ -72,7 +72,7 @@ void ShortcutsWindow::addGroup(QVBoxLayout* column, const QString& heading, cons
     column->addWidget(title);
     auto* card = new ColoredView(this);
     card->setRadius(theme::kRadiusCard);
-    card->setBorderColor(theme::colors(palette()).border);
+    card->setBordered(true);
     auto* lines = new QVBoxLayout(card);
     lines->setContentsMargins(theme::kSpaceL, theme::kSpaceS, theme::kSpaceL, theme::kSpaceS);
     lines->setSpacing(0);

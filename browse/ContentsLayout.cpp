@@ -67,7 +67,7 @@ QWidget* KXArchiveContentsViewController::makeContentsView()
     auto* contents = new QWidget(this);
     auto* card = new ColoredView(contents);
     card->setRadius(theme::kRadiusCard);
-    card->setBorderColor(theme::colors(palette()).border);
+    card->setBordered(true);
     auto* inside = new QVBoxLayout(card);
     inside->setContentsMargins(theme::kSpaceXs, theme::kSpaceXs, theme::kSpaceXs, theme::kSpaceXs);
     inside->addWidget(m_outlineView);

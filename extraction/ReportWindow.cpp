@@ -27,7 +27,7 @@ ReportWindow::ReportWindow(QWidget* parent)
     m_text->setTabChangesFocus(true);
     auto* card = new ColoredView(this);
     card->setRadius(theme::kRadiusCard);
-    card->setBorderColor(theme::colors(palette()).border);
+    card->setBordered(true);
     auto* inside = new QVBoxLayout(card);
     inside->setContentsMargins(theme::kSpaceS, theme::kSpaceS, theme::kSpaceXs, theme::kSpaceS);
     inside->addWidget(m_text);

@@ -20,9 +20,9 @@ void ColoredView::setShaded(bool shaded)
     update();
 }
 
-void ColoredView::setBorderColor(const QColor& color)
+void ColoredView::setBordered(bool bordered)
 {
-    m_border = color;
+    m_isBordered = bordered;
     update();
 }
 
@@ -38,8 +38,8 @@ void ColoredView::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     const auto colors = theme::colors(palette());
     painter.setBrush(m_color.isValid() ? m_color : m_isShaded ? colors.hover : colors.surface);
-    painter.setPen(m_border.isValid() ? QPen(m_border, 1) : QPen(Qt::NoPen));
-    const qreal by = m_border.isValid() ? 0.5 : 0;
+    painter.setPen(m_isBordered ? QPen(colors.border, 1) : QPen(Qt::NoPen));
+    const qreal by = m_isBordered ? 0.5 : 0;
     painter.drawRoundedRect(QRectF(rect()).adjusted(by, by, -by, -by), m_radius, m_radius);
 }
 

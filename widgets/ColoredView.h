@@ -15,7 +15,8 @@ public:
     void setColor(const QColor& color);
     /// Instead of a colour: a shade off the palette's surface.
     void setShaded(bool shaded);
-    void setBorderColor(const QColor& color);
+    /// With the palette's hairline around it.
+    void setBordered(bool bordered);
     void setRadius(int radius);
 
 protected:
@@ -23,8 +24,8 @@ protected:
 
 private:
     QColor m_color;
-    QColor m_border;
     bool m_isShaded = false;
+    bool m_isBordered = false;
     int m_radius = 0;
 };
 

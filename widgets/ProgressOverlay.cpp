@@ -86,7 +86,7 @@ ProgressOverlay::ProgressOverlay(QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(tr("Working"));
     m_card->setRadius(theme::kRadiusCard);
-    m_card->setBorderColor(theme::colors(palette()).border);
+    m_card->setBordered(true);
     m_spinner->setFixedSize(kSpinnerEdge, kSpinnerEdge);
     m_label->setWordWrap(true);
     m_label->setAlignment(Qt::AlignCenter);
