@@ -289,6 +289,7 @@ bool LzmaDecoder::endsEven(ConstBytes packed, std::size_t& consumed)
     return m_code == 0;
 }
 
+/// One long function on purpose: whatever it calls is inlined, and the state of coder and model stays in registers.
 LzmaDecoder::Progress LzmaDecoder::decode(ConstBytes packed, LzmaWindow& window, std::size_t most)
 {
     const auto* const start = reinterpret_cast<const std::uint8_t*>(packed.data());
