@@ -17,6 +17,7 @@ public:
     {
         setWordWrap(true);
         setTextFormat(Qt::PlainText);
+        setForegroundRole(QPalette::PlaceholderText);
         apply();
     }
 
@@ -24,19 +25,12 @@ protected:
     void changeEvent(QEvent* event) override
     {
         QLabel::changeEvent(event);
-        if (event->type() == QEvent::ApplicationPaletteChange || event->type() == QEvent::ApplicationFontChange)
+        if (event->type() == QEvent::ApplicationFontChange)
             apply();
     }
 
 private:
-    void apply()
-    {
-        const QPalette base = parentWidget()->palette();
-        QPalette quiet = base;
-        quiet.setColor(QPalette::WindowText, theme::colors(base).textSecondary);
-        setPalette(quiet);
-        setFont(theme::font(theme::Type::Caption, parentWidget()->font()));
-    }
+    void apply() { setFont(theme::font(theme::Type::Caption, parentWidget()->font())); }
 };
 
 /// A hairline between two settings.
