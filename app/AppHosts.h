@@ -46,7 +46,7 @@ public:
     virtual void chooseFilesToCompress() = 0;
     /// False when no window shows an archive whose entries could be extracted.
     virtual bool extractShownArchive() = 0;
-    /// Quits; asks first while an archive is being written.
+    /// Quits; asks first while an archive is being written or extracted.
     virtual void quit() = 0;
 };
 

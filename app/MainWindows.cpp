@@ -187,11 +187,15 @@ bool MainWindows::extractShownArchive()
 
 void MainWindows::quit()
 {
-    if (!m_host.isCompressing())
+    const bool isExtracting = m_delegate && m_delegate->isRunning();
+    if (!m_host.isCompressing() && !isExtracting)
         return QCoreApplication::quit();
-    const auto alert
-        = HDAlert::alertWithTitle(tr("Stop compressing and quit?"),
-                                  tr("An archive is being written. It will not be kept."), HDAlert::Style::Warning);
+    const auto alert = m_host.isCompressing()
+        ? HDAlert::alertWithTitle(tr("Stop compressing and quit?"),
+                                  tr("An archive is being written. It will not be kept."), HDAlert::Style::Warning)
+        : HDAlert::alertWithTitle(tr("Stop extracting and quit?"),
+                                  tr("An archive is being extracted. What is not finished is removed."),
+                                  HDAlert::Style::Warning);
     alert->addCommonButtonWithTitle(tr("Go On"), {});
     alert->addButtonWithTitle(tr("Quit"), [](const HDAlertItem&) { QCoreApplication::quit(); });
     if (QWidget* window = visibleWindow())

@@ -1706,6 +1706,14 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
         <translation>Ein Archiv wird gerade geschrieben. Es wird nicht behalten.</translation>
     </message>
     <message>
+        <source>Stop extracting and quit?</source>
+        <translation>Entpacken stoppen und beenden?</translation>
+    </message>
+    <message>
+        <source>An archive is being extracted. What is not finished is removed.</source>
+        <translation>Ein Archiv wird gerade entpackt. Was nicht fertig ist, wird entfernt.</translation>
+    </message>
+    <message>
         <source>Go On</source>
         <translation>Weiter</translation>
     </message>

@@ -1706,6 +1706,14 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
         <translation>Se está escribiendo un archivo comprimido. No se conservará.</translation>
     </message>
     <message>
+        <source>Stop extracting and quit?</source>
+        <translation>¿Detener la extracción y salir?</translation>
+    </message>
+    <message>
+        <source>An archive is being extracted. What is not finished is removed.</source>
+        <translation>Se está extrayendo un archivo comprimido. Lo que no esté terminado se eliminará.</translation>
+    </message>
+    <message>
         <source>Go On</source>
         <translation>Seguir</translation>
     </message>

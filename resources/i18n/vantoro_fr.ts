@@ -1706,6 +1706,14 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
         <translation>Une archive est en cours d’écriture. Elle ne sera pas conservée.</translation>
     </message>
     <message>
+        <source>Stop extracting and quit?</source>
+        <translation>Arrêter l’extraction et quitter ?</translation>
+    </message>
+    <message>
+        <source>An archive is being extracted. What is not finished is removed.</source>
+        <translation>Une archive est en cours d’extraction. Ce qui n’est pas terminé sera supprimé.</translation>
+    </message>
+    <message>
         <source>Go On</source>
         <translation>Poursuivre</translation>
     </message>

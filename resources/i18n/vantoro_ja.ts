@@ -1692,6 +1692,14 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
         <translation>アーカイブを作成中です。作成中のものは破棄されます。</translation>
     </message>
     <message>
+        <source>Stop extracting and quit?</source>
+        <translation>展開を中止して終了しますか?</translation>
+    </message>
+    <message>
+        <source>An archive is being extracted. What is not finished is removed.</source>
+        <translation>アーカイブを展開中です。完了していないものは削除されます。</translation>
+    </message>
+    <message>
         <source>Go On</source>
         <translation>続ける</translation>
     </message>

@@ -1692,6 +1692,14 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
         <translation>正在写入压缩文件，它将不会被保留。</translation>
     </message>
     <message>
+        <source>Stop extracting and quit?</source>
+        <translation>要停止解压并退出吗？</translation>
+    </message>
+    <message>
+        <source>An archive is being extracted. What is not finished is removed.</source>
+        <translation>正在解压压缩文件，未完成的内容将被删除。</translation>
+    </message>
+    <message>
         <source>Go On</source>
         <translation>继续</translation>
     </message>

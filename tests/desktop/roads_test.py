@@ -123,6 +123,29 @@ def question_that_was_closed_comes_back(a, side_panel):
     a.give_password("sesame", (a.work / "s.txt").exists)
 
 
+def quitting_asks_before_it_stops_a_job(a, side_panel):
+    process = a.start(side_panel)
+    with zipfile.ZipFile(a.work / "large.zip", "w") as archive:
+        for i in range(30_000):
+            archive.writestr("d%d/f%d.txt" % (i % 100, i), b"tiny")
+    (a.work / "s.txt").write_text("secret")
+    subprocess.run(["7z", "a", "-psesame", "secret.zip", "s.txt"], cwd=a.work, check=True, stdout=subprocess.DEVNULL)
+    (a.work / "s.txt").unlink()
+    a.run(a.work / "secret.zip")  # waits for its password
+    a.run(a.work / "large.zip")
+    wait_until((a.work / ".Vantoro0").exists, "the job to begin")
+    a.to_front()
+    a.keys("ctrl+q")
+    a.press("Go On", "push button")
+    check(process.poll() is None and a.is_running(), "the job goes on")
+    a.to_front()
+    a.keys("ctrl+q")
+    a.press("Quit", "push button")
+    wait_until(lambda: process.poll() is not None, "the end of the program")
+    check(process.returncode == 0, "it ends well")
+    check(a.names() == ["large.zip", "secret.zip"] and a.orphans() == [], "nothing is left: %s" % a.names())
+
+
 def twice(road):
     """With tabs and with the side panel."""
     def with_tabs(a):
@@ -138,7 +161,7 @@ def twice(road):
 ROADS = [opened_archive_comes_out, browsed_archive_goes_to_a_job, every_service_takes_what_it_is_given,
          dropped_folder_is_left_alone_or_compressed, closed_window_comes_back_and_quits,
          file_that_is_gone_leaves_nothing_behind, question_that_was_closed_comes_back,
-         drops_while_it_works_wait_their_turn]
+         drops_while_it_works_wait_their_turn, quitting_asks_before_it_stops_a_job]
 SCENARIOS = [scenario for road in ROADS for scenario in twice(road)]
 
 if __name__ == "__main__":
