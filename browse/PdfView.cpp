@@ -27,7 +27,7 @@ std::unique_ptr<PdfView> makePdfView(QWidget* parent)
 {
     QLibrary library(pluginPath());
     using Maker = PdfView* (*)(QWidget*);
-    const auto make = reinterpret_cast<Maker>(library.resolve("vantoroMakePdfView"));
+    const auto make = reinterpret_cast<Maker>(library.resolve(VANTORO_PDF_MAKER));
     if (!make) {
         qWarning().noquote() << "ERR: no PDF documents can be shown:" << library.errorString();
         return nullptr;
