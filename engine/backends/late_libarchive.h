@@ -12,8 +12,10 @@ namespace vantoro {
 
 inline constinit LateLibrary libarchiveLibrary{VANTORO_LIBARCHIVE_SONAME};
 
+// NOLINTBEGIN(bugprone-macro-parentheses): a name that is declared takes none
 #define VANTORO_LATE(name)                                                                                             \
     inline constinit const LateFunction<decltype(::name)> name { libarchiveLibrary, #name }
+// NOLINTEND(bugprone-macro-parentheses)
 VANTORO_LATE(archive_entry_atime);
 VANTORO_LATE(archive_entry_atime_is_set);
 VANTORO_LATE(archive_entry_atime_nsec);

@@ -142,7 +142,7 @@ std::string findWorkerProgram()
 {
     const auto here = programFolder();
     for (const auto& folder : {here, here + VANTORO_LIBEXEC_FROM_BIN "/", std::string(VANTORO_LIBEXEC_DIR "/")}) {
-        const auto candidate = folder + "vantoro-worker";
+        auto candidate = folder + "vantoro-worker";
         if (folder.starts_with('/') && ::access(candidate.c_str(), X_OK) == 0)
             return candidate;
     }

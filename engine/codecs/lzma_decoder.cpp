@@ -88,8 +88,9 @@ struct RangeCoder {
     /// The probabilities behind both bits are read before it is known which one counts.
     [[gnu::always_inline]] std::uint32_t zeroMask(Probability* nodes, std::uint32_t node, std::uint32_t& p)
     {
-        const std::uint32_t afterZero = nodes[2 * node];
-        std::uint32_t after = nodes[2 * node + 1];
+        const auto* const children = nodes + std::size_t{2} * node;
+        const std::uint32_t afterZero = children[0];
+        std::uint32_t after = children[1];
         const auto mask = zeroMask(p, nodes[node], afterZero, after);
         p = after;
         return mask;

@@ -284,7 +284,7 @@ void SuffixSorter::sortBefore(std::span<const std::uint8_t> text, std::span<std:
         m_capacity = text.size();
         m_order = std::make_unique_for_overwrite<Index[]>(m_capacity);
         // A text's pieces are at most half as many as its characters, and so on inwards.
-        m_memory = std::make_unique_for_overwrite<Index[]>(m_capacity * 3 + 4 * kAlphabet);
+        m_memory = std::make_unique_for_overwrite<Index[]>(m_capacity * 3 + std::size_t{4} * kAlphabet);
     }
     Induction<std::uint8_t> induction(text.data(), m_order.get(), static_cast<Index>(text.size()), kAlphabet,
                                       m_memory.get());

@@ -14,8 +14,10 @@ namespace vantoro {
 
 inline constinit LateLibrary opensslLibrary{VANTORO_LIBCRYPTO_SONAME};
 
+// NOLINTBEGIN(bugprone-macro-parentheses): a name that is declared takes none
 #define VANTORO_LATE(name)                                                                                             \
     inline constinit const LateFunction<decltype(::name)> name { opensslLibrary, #name }
+// NOLINTEND(bugprone-macro-parentheses)
 VANTORO_LATE(EVP_CIPHER_CTX_free);
 VANTORO_LATE(EVP_CIPHER_CTX_new);
 VANTORO_LATE(EVP_CIPHER_CTX_set_padding);

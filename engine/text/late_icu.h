@@ -19,8 +19,10 @@ inline constinit LateLibrary uchardetLibrary{VANTORO_UCHARDET_SONAME};
 
 // ICU's names are macros that add its version: what they stand for is what the library calls them.
 #define VANTORO_TEXT_OF(name) #name
+// NOLINTBEGIN(bugprone-macro-parentheses): a name that is declared takes none
 #define VANTORO_LATE(library, name)                                                                                    \
     inline constinit const LateFunction<decltype(::name)> name { library, VANTORO_TEXT_OF(name) }
+// NOLINTEND(bugprone-macro-parentheses)
 VANTORO_LATE(icuLibrary, UCNV_FROM_U_CALLBACK_STOP);
 VANTORO_LATE(icuLibrary, UCNV_TO_U_CALLBACK_STOP);
 VANTORO_LATE(icuLibrary, u_charType);

@@ -147,11 +147,12 @@ private:
     /// are through early find something left to do.
     void planLastRound(std::uint64_t dictionary, std::uint64_t block, unsigned threads, std::uint64_t expectedSize)
     {
-        if (threads < 2 || expectedSize < block * threads || block < dictionary)
+        const auto round = block * threads;
+        if (threads < 2 || round == 0 || expectedSize < round || block < dictionary)
             return;
-        auto cut = expectedSize - expectedSize % (block * threads);
+        auto cut = expectedSize - expectedSize % round;
         if (expectedSize - cut < block)
-            cut -= block * threads;
+            cut -= round;
         for (unsigned i = 0; i < 2 * threads; ++i)
             m_cuts.push_back(cut += i < threads ? block - block / 4 : block / 4);
     }
