@@ -2,6 +2,7 @@
 """The program as a user meets it: started with real archives on a private desktop. usage: desktop_test.py PROGRAM
 [SCENARIO...]. Ends with 77 (skipped) where the desktop's tools are missing."""
 
+import functools
 import io
 import json
 import os
@@ -9,6 +10,7 @@ import signal
 import subprocess
 import sys
 import tarfile
+import tempfile
 import time
 import traceback
 import zipfile
@@ -245,7 +247,7 @@ def ended_program_leaves_nothing(a):
         status = program.wait(timeout=10)
         check(status == 128 + number, "status %d after signal %d" % (status, number))
         check(not hidden.exists() and a.orphans() == [], "the hidden folder is gone")
-    check(a.names() == ["large.zip", "secret.zip"], "nothing else is left")
+    check(a.names() == ["large.7z", "secret.zip"], "nothing else is left")
 
 
 def queued_archives_all_come_out(a):
@@ -259,12 +261,21 @@ def queued_archives_all_come_out(a):
     check(times == sorted(times), "they came out in their order")
 
 
+@functools.cache
+def slow_archive():
+    """What decodes slowly, and little of it: takes some seconds on any disk, here and wherever it is extracted."""
+    with tempfile.TemporaryDirectory() as folder:
+        with open(os.path.join(folder, "large.bin"), "wb") as noise:
+            noise.write(os.urandom(8 << 20))
+        subprocess.run(["7z", "a", "-mx=9", "-m0=PPMd:o=32:mem=64m", "large.7z", "large.bin"], cwd=folder,
+                       check=True, stdout=subprocess.DEVNULL)
+        with open(os.path.join(folder, "large.7z"), "rb") as made:
+            return made.read()
+
+
 def make_large(a):
-    """Takes some seconds, so that something can be done meanwhile."""
-    with zipfile.ZipFile(a.work / "large.zip", "w") as archive:
-        for i in range(30_000):
-            archive.writestr("d%d/f%d.txt" % (i % 100, i), b"tiny %d" % i)
-    program = a.launch("large.zip")
+    (a.work / "large.7z").write_bytes(slow_archive())
+    program = a.launch("large.7z")
     wait_until((a.work / ".Vantoro0").exists, "the extraction to begin")
     return program
 
@@ -276,7 +287,7 @@ def running_extraction_is_cancelled_by_keyboard(a):
     started = time.monotonic()
     a.wait_until_done()
     check(time.monotonic() - started < 5, "it stops soon")
-    check(a.names() == ["large.zip"] and a.orphans() == [], "nothing is left")
+    check(a.names() == ["large.7z"] and a.orphans() == [], "nothing is left")
 
 
 def finished_batch_is_notified_when_nobody_looks(a):
@@ -296,7 +307,7 @@ def finished_batch_is_notified_when_nobody_looks(a):
         other.kill()
         other.wait()
     told = monitor.communicate()[0]
-    check(told.count("member=Notify") == 1 and "large.zip" in told and str(a.work) in told,
+    check(told.count("member=Notify") == 1 and "large.7z" in told and str(a.work) in told,
           "one notification names what was extracted where")
 
 
