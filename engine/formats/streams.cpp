@@ -11,6 +11,7 @@
 #include "engine/codecs/lzo.h"
 #include "engine/codecs/xz.h"
 #include "engine/codecs/zstd.h"
+#include "engine/io/counted_stream.h"
 
 #include <algorithm>
 #include <array>
@@ -20,31 +21,11 @@ namespace vantoro {
 
 namespace {
 
-/// Counts what passes for the progress of decoders that read from a stream.
-class CountedStream final : public ByteStream {
-public:
-    CountedStream(StreamPtr stream, std::atomic<std::uint64_t>& counter)
-        : m_stream(std::move(stream))
-        , m_counter(counter)
-    {
-    }
-    Result<std::size_t> read(Bytes into) override
-    {
-        const auto got = TRY(m_stream->read(into));
-        m_counter.fetch_add(got, std::memory_order_relaxed);
-        return got;
-    }
-
-private:
-    StreamPtr m_stream;
-    std::atomic<std::uint64_t>& m_counter;
-};
-
 StreamPtr packedStream(SourcePtr source, const StreamParams& params)
 {
     auto stream = windowStream(std::move(source));
     if (params.packedBytesRead)
-        stream = std::make_unique<CountedStream>(std::move(stream), *params.packedBytesRead);
+        stream = countedStream(std::move(stream), *params.packedBytesRead);
     return stream;
 }
 

@@ -2,6 +2,7 @@
 
 #include "engine/codecs/lzma.h"
 #include "engine/codecs/lzma2_decoder.h"
+#include "engine/io/counted_stream.h"
 
 #include <algorithm>
 #include <bit>
@@ -79,26 +80,6 @@ std::string textOf(const Coder& coder)
     return text;
 }
 
-/// Counts what the decoder of a block reads.
-class CountedStream final : public ByteStream {
-public:
-    CountedStream(StreamPtr stream, std::atomic<std::uint64_t>& counter)
-        : m_stream(std::move(stream))
-        , m_counter(counter)
-    {
-    }
-    Result<std::size_t> read(Bytes into) override
-    {
-        const auto got = TRY(m_stream->read(into));
-        m_counter.fetch_add(got, std::memory_order_relaxed);
-        return got;
-    }
-
-private:
-    StreamPtr m_stream;
-    std::atomic<std::uint64_t>& m_counter;
-};
-
 }
 
 bool isReadable(const Block& block)
@@ -129,7 +110,7 @@ Result<StreamPtr> openBlock(const SourcePtr& source, const Block& block, std::at
 {
     auto packed = windowStream(source, block.packedPosition, block.packedSize);
     if (packedBytesRead)
-        packed = std::make_unique<CountedStream>(std::move(packed), *packedBytesRead);
+        packed = countedStream(std::move(packed), *packedBytesRead);
     if (block.coders[0].method == kCopy)
         return packed;
     std::vector<LzmaFilterStep> steps;
