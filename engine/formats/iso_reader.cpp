@@ -1,10 +1,9 @@
 #include "engine/formats/iso_reader.h"
 
 #include "engine/codecs/zisofs.h"
+#include "engine/formats/side_by_side.h"
 
 #include <algorithm>
-#include <mutex>
-#include <thread>
 
 namespace vantoro {
 
@@ -15,10 +14,10 @@ constexpr std::size_t kDecodeStep = 256 << 10;
 constexpr std::size_t kRunEntries = 256;
 constexpr std::uint64_t kRunBytes = 8 << 20;
 
-/// Hands out what the walker finds, a run of neighbours at a time.
-class IsoQueue {
+/// Cuts what the walker finds into runs of neighbours.
+class IsoCutter {
 public:
-    IsoQueue(IsoWalker& walker, const ReadRequest& request) : m_walker(walker), m_request(request) {}
+    IsoCutter(IsoWalker& walker, const ReadRequest& request) : m_walker(walker), m_request(request) {}
 
     bool isChosen(std::uint64_t index) const
     {
@@ -26,13 +25,11 @@ public:
             || std::binary_search(m_request.selection->begin(), m_request.selection->end(), index);
     }
 
-    /// Empty at the end and once stopped.
-    Result<std::vector<IsoItem>> next()
+    Result<std::optional<std::vector<IsoItem>>> next()
     {
-        const std::lock_guard lock(m_mutex);
         std::vector<IsoItem> run;
         std::uint64_t bytes = 0;
-        while (!m_isStopped) {
+        for (;;) {
             if (!m_ahead)
                 m_ahead = TRY(nextChosen());
             if (!m_ahead || (!run.empty() && (run.size() == kRunEntries || bytes > kRunBytes || !isNeighbour(run))))
@@ -41,13 +38,7 @@ public:
             run.push_back(*std::move(m_ahead));
             m_ahead.reset();
         }
-        return run;
-    }
-
-    void stop()
-    {
-        const std::lock_guard lock(m_mutex);
-        m_isStopped = true;
+        return run.empty() ? std::nullopt : std::optional(std::move(run));
     }
 
 private:
@@ -70,9 +61,7 @@ private:
 
     IsoWalker& m_walker;
     const ReadRequest& m_request;
-    std::mutex m_mutex;
     std::optional<IsoItem> m_ahead;
-    bool m_isStopped = false;
 };
 
 }
@@ -158,12 +147,12 @@ Result<void> IsoReader::decodeZisofs(const IsoItem& item, LaneReceiver& lane, bo
 
 Result<void> IsoReader::readAll(IsoWalker& walker, const ReadRequest& request, Lanes& lanes) const
 {
-    IsoQueue queue(walker, request);
+    IsoCutter cutter(walker, request);
     const auto readRun = [&](const std::vector<IsoItem>& run, LaneReceiver& lane) -> Result<void> {
         for (const auto& item : run) {
             TRY(m_cancel.check());
             auto entry = describe(item);
-            if (item.kind == EntryKind::HardLink && !queue.isChosen(item.firstIndex)) {
+            if (item.kind == EntryKind::HardLink && !cutter.isChosen(item.firstIndex)) {
                 entry.kind = EntryKind::File; // the file itself is not wanted, so this name stands for it
                 entry.linkTarget = {};
                 entry.size = item.size();
@@ -174,45 +163,9 @@ Result<void> IsoReader::readAll(IsoWalker& walker, const ReadRequest& request, L
         }
         return {};
     };
-    std::mutex mutex;
-    Result<void> outcome;
-    const auto work = [&](std::vector<IsoItem> run, LaneReceiver& lane) {
-        const auto result = guarded([&]() -> Result<void> {
-            for (; !run.empty(); run = TRY(queue.next()))
-                TRY(readRun(run, lane));
-            return {};
-        });
-        if (result)
-            return;
-        queue.stop();
-        const std::lock_guard lock(mutex);
-        if (outcome)
-            outcome = result;
-    };
-
-    auto first = TRY(queue.next());
-    std::vector<std::thread> threads;
-    for (unsigned i = 1; i < lanes.count(); ++i) {
-        auto run = queue.next();
-        if (!run || run->empty()) {
-            if (!run)
-                outcome = run.error();
-            break;
-        }
-        auto& lane = lanes.lane(i);
-        const auto started = guarded([&]() -> Result<void> {
-            threads.emplace_back([&work, &lane, run = *run] { work(run, lane); });
-            return {};
-        });
-        if (!started) { // no thread to be had: this one does it
-            work(*std::move(run), lane);
-            break;
-        }
-    }
-    work(std::move(first), lanes.lane(0));
-    for (auto& thread : threads)
-        thread.join();
-    return outcome;
+    return readSideBySide(
+        lanes, lanes.count(), [&] { return cutter.next(); },
+        [&](LaneReceiver& lane) { return [&](const std::vector<IsoItem>& run) { return readRun(run, lane); }; });
 }
 
 }

@@ -1,10 +1,10 @@
 #include "engine/formats/rar/archive.h"
 
 #include "engine/formats/rar/text.h"
+#include "engine/formats/side_by_side.h"
 #include "engine/text/utf16.h"
 
 #include <algorithm>
-#include <thread>
 
 namespace vantoro {
 
@@ -102,24 +102,9 @@ private:
 /// One read(): what its workers share.
 struct RarArchive::Reading {
     RarShelf shelf;
-    std::vector<std::vector<std::uint32_t>> tasks; // entries that one worker reads, in archive order
     std::vector<bool> isChosen;
-    std::atomic<std::size_t> nextTask{0};
     std::mutex largeWindow;
-    std::mutex errorMutex;
-    std::optional<Error> error; // stops all
-
-    std::optional<Error> firstError()
-    {
-        const std::lock_guard lock(errorMutex);
-        return error;
-    }
-    void stop(const Error& why)
-    {
-        const std::lock_guard lock(errorMutex);
-        if (!error)
-            error = why;
-    }
+    std::atomic<bool> hasFailed{false}; // a task may be long: the others end theirs early
 };
 
 RarArchive::RarArchive(RarCatalog catalog, std::unique_ptr<RarKeyRing> keys, const OpenContext& context)
@@ -396,71 +381,68 @@ Result<void> RarArchive::readMember(Reading& reading, RarEntryReader& reader, Ra
     return lane.end(outcome);
 }
 
-Result<void> RarArchive::work(Reading& reading, LaneReceiver& lane)
+Result<void> RarArchive::readTask(Reading& reading, RarEntryReader& reader, RarEntryReader& copies, LaneReceiver& lane,
+                                  const Task& task)
 {
-    RarEntryReader reader(reading.shelf);
-    RarEntryReader copies(reading.shelf);
-    for (;;) {
-        const auto number = reading.nextTask.fetch_add(1);
-        if (number >= reading.tasks.size() || reading.firstError())
+    std::unique_lock<std::mutex> turn;
+    const auto isLarge = m_links[task.front()].window > kLargeWindow;
+    if (isLarge)
+        turn = std::unique_lock(reading.largeWindow);
+    for (const auto index : task) {
+        TRY(m_cancel.check());
+        if (reading.hasFailed)
             return {};
-        const auto& task = reading.tasks[number];
-        std::unique_lock<std::mutex> turn;
-        const auto isLarge = m_links[task.front()].window > kLargeWindow;
-        if (isLarge)
-            turn = std::unique_lock(reading.largeWindow);
-        for (const auto index : task) {
-            TRY(m_cancel.check());
-            if (reading.firstError())
-                return {};
-            TRY(readMember(reading, reader, copies, lane, index));
-            copies.rest();
-        }
-        if (isLarge)
-            reader.rest();
+        const auto outcome = guarded([&] { return readMember(reading, reader, copies, lane, index); });
+        if (!outcome)
+            reading.hasFailed = true;
+        TRY(outcome);
+        copies.rest();
     }
+    if (isLarge)
+        reader.rest();
+    return {};
+}
+
+/// The entries of a solid group follow each other, with unpacked ones between them.
+std::vector<RarArchive::Task> RarArchive::tasksOf(const std::vector<std::uint32_t>& chosen) const
+{
+    std::vector<Task> tasks;
+    auto lastGroup = RarLink::kNone;
+    for (const auto index : chosen) {
+        const auto& link = m_links[index];
+        const auto group = link.isPacked ? link.group : lastGroup;
+        if (group != RarLink::kNone && group == lastGroup)
+            tasks.back().push_back(index);
+        else
+            tasks.push_back({index});
+        lastGroup = group;
+    }
+    return tasks;
 }
 
 Result<void> RarArchive::read(const ReadRequest& request, Lanes& lanes)
 {
     Reading reading{.shelf = shelf(request.packedBytesRead)};
-    std::vector<std::uint32_t> chosen;
     reading.isChosen.assign(m_catalog.members.size(), !request.selection);
     if (request.selection) {
         for (const auto index : *request.selection)
             reading.isChosen[static_cast<std::size_t>(index)] = true;
     }
-    auto lastGroup = RarLink::kNone;
+    Task chosen;
     for (std::uint32_t i = 0; i < m_catalog.members.size(); ++i) {
-        if (!reading.isChosen[i])
-            continue;
-        chosen.push_back(i);
-        // The entries of a solid group follow each other, with unpacked ones between them.
-        const auto& link = m_links[i];
-        const auto group = link.isPacked ? link.group : lastGroup;
-        if (group != RarLink::kNone && group == lastGroup)
-            reading.tasks.back().push_back(i);
-        else
-            reading.tasks.push_back({i});
-        lastGroup = group;
+        if (reading.isChosen[i])
+            chosen.push_back(i);
     }
     TRY(unlock(chosen));
 
-    const auto workers = std::min<std::size_t>(std::max(1U, lanes.count()), reading.tasks.size());
-    const auto run = [&](unsigned number) {
-        const auto outcome = guarded([&] { return work(reading, lanes.lane(number)); });
-        if (!outcome)
-            reading.stop(outcome.error());
-    };
-    std::vector<std::thread> threads;
-    for (unsigned i = 1; i < workers; ++i)
-        threads.emplace_back(run, i);
-    run(0);
-    for (auto& thread : threads)
-        thread.join();
-    if (reading.error)
-        return *reading.error;
-    return {};
+    const auto tasks = tasksOf(chosen);
+    auto next = tasks.begin();
+    return readSideBySide(
+        lanes, lanes.count(), [&] { return Result(next == tasks.end() ? nullptr : &*next++); },
+        [&](LaneReceiver& lane) {
+            return [&, reader = RarEntryReader(reading.shelf), copies = RarEntryReader(reading.shelf)](
+                       const Task& task) mutable { return readTask(reading, reader, copies, lane, task); };
+        });
 }
 
 }

@@ -21,6 +21,7 @@ public:
 private:
     class LaneSink;
     struct Reading;
+    using Task = std::vector<std::uint32_t>; // entries that one worker reads, in archive order
 
     Entry describe(std::uint32_t index, std::string& method) const;
     RarShelf shelf(std::atomic<std::uint64_t>* packedBytesRead);
@@ -29,7 +30,9 @@ private:
     Result<std::size_t> unlockByTrial();
     Result<std::size_t> formOf(const RarMember& member) const;
     std::vector<std::uint32_t> trialMembers() const;
-    Result<void> work(Reading& reading, LaneReceiver& lane);
+    std::vector<Task> tasksOf(const std::vector<std::uint32_t>& chosen) const;
+    Result<void> readTask(Reading& reading, RarEntryReader& reader, RarEntryReader& copies, LaneReceiver& lane,
+                          const Task& task);
     Result<void> readMember(Reading& reading, RarEntryReader& reader, RarEntryReader& copies, LaneReceiver& lane,
                             std::uint32_t index);
     Result<void> deliver(RarEntryReader& reader, std::uint32_t source, LaneSink& sink, LaneReceiver& lane);

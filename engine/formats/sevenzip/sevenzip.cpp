@@ -2,11 +2,10 @@
 
 #include "engine/crypto/crc32.h"
 #include "engine/formats/sevenzip/block_reader.h"
+#include "engine/formats/side_by_side.h"
 
 #include <algorithm>
-#include <mutex>
 #include <numeric>
-#include <thread>
 
 namespace vantoro {
 
@@ -16,17 +15,15 @@ namespace {
 
 constexpr std::uint64_t kMostDictionaries = 256 << 20; ///< of all blocks that are decoded at once
 
-/// Hands the blocks out, from the front.
-class BlockQueue {
+/// Cuts chosen entries into those of one block, with the ones without data among them.
+class BlockCutter {
 public:
-    BlockQueue(const Database& database, std::span<const std::uint64_t> chosen) : m_database(database), m_rest(chosen)
+    BlockCutter(const Database& database, std::span<const std::uint64_t> chosen) : m_database(database), m_rest(chosen)
     {
     }
 
-    /// The entries of one block, and those without data among them.
-    std::span<const std::uint64_t> next()
+    std::optional<std::span<const std::uint64_t>> next()
     {
-        const std::lock_guard lock(m_mutex);
         if (m_rest.empty())
             return {};
         auto block = File::kNoBlock;
@@ -41,20 +38,9 @@ public:
         m_rest = m_rest.subspan(count);
         return entries;
     }
-    bool isEmpty()
-    {
-        const std::lock_guard lock(m_mutex);
-        return m_rest.empty();
-    }
-    void clear()
-    {
-        const std::lock_guard lock(m_mutex);
-        m_rest = {};
-    }
 
 private:
     const Database& m_database;
-    std::mutex m_mutex;
     std::span<const std::uint64_t> m_rest;
 };
 
@@ -114,41 +100,13 @@ private:
 
     Result<void> readBlocks(const ReadShared& shared, std::span<const std::uint64_t> chosen, Lanes& lanes)
     {
-        BlockQueue queue(m_database, chosen);
-        std::mutex mutex;
-        Result<void> outcome;
-        const auto work = [&](LaneReceiver& lane, std::span<const std::uint64_t> entries) {
-            const auto result = guarded([&]() -> Result<void> {
-                BlockReader reader(shared, lane);
-                for (; !entries.empty(); entries = queue.next())
-                    TRY(reader.read(entries));
-                return {};
+        using Entries = std::span<const std::uint64_t>;
+        BlockCutter cutter(m_database, chosen);
+        return readSideBySide(
+            lanes, lanesFor(lanes), [&] { return Result(cutter.next()); },
+            [&](LaneReceiver& lane) {
+                return [reader = BlockReader(shared, lane)](Entries entries) mutable { return reader.read(entries); };
             });
-            if (result)
-                return;
-            queue.clear();
-            const std::lock_guard lock(mutex);
-            if (outcome)
-                outcome = result;
-        };
-        std::vector<std::thread> threads;
-        const auto first = queue.next();
-        for (unsigned i = 1; i < lanesFor(lanes) && !queue.isEmpty(); ++i) {
-            auto& lane = lanes.lane(i);
-            const auto entries = queue.next();
-            const auto started = guarded([&]() -> Result<void> {
-                threads.emplace_back([&work, &lane, entries] { work(lane, entries); });
-                return {};
-            });
-            if (!started) { // no thread to be had: this one does it
-                work(lane, entries);
-                break;
-            }
-        }
-        work(lanes.lane(0), first);
-        for (auto& thread : threads)
-            thread.join();
-        return outcome;
     }
 
     SourcePtr m_source;

@@ -1,8 +1,8 @@
 #include "engine/formats/zip/parallel_read.h"
 
+#include "engine/formats/side_by_side.h"
+
 #include <algorithm>
-#include <mutex>
-#include <thread>
 
 namespace vantoro::zip {
 
@@ -25,10 +25,10 @@ std::string_view folderOf(std::string_view name)
     return slash == std::string_view::npos ? std::string_view() : name.substr(0, slash);
 }
 
-/// Hands the work out, from the front.
-class UnitQueue {
+/// Cuts the work into units, from the front.
+class UnitCutter {
 public:
-    UnitQueue(const Directory& directory, std::span<const std::uint64_t> chosen)
+    UnitCutter(const Directory& directory, std::span<const std::uint64_t> chosen)
         : m_directory(directory)
         , m_rest(chosen)
     {
@@ -36,7 +36,6 @@ public:
 
     std::optional<Unit> next()
     {
-        const std::lock_guard lock(m_mutex);
         if (m_rest.empty())
             return {};
         Unit unit;
@@ -63,20 +62,8 @@ public:
         return unit;
     }
 
-    bool isEmpty()
-    {
-        const std::lock_guard lock(m_mutex);
-        return m_rest.empty();
-    }
-    void clear()
-    {
-        const std::lock_guard lock(m_mutex);
-        m_rest = {};
-    }
-
 private:
     const Directory& m_directory;
-    std::mutex m_mutex;
     std::span<const std::uint64_t> m_rest;
 };
 
@@ -84,44 +71,16 @@ private:
 
 Result<void> readParallel(const ReadShared& shared, std::span<const std::uint64_t> chosen, Lanes& lanes)
 {
-    UnitQueue queue(shared.directory, chosen);
-    std::mutex mutex;
-    Result<void> outcome;
-    const auto work = [&](LaneReceiver& lane, std::optional<Unit> unit) {
-        const auto result = guarded([&]() -> Result<void> {
-            EntryReader reader(shared, lane);
-            for (; unit; unit = queue.next()) {
-                for (const auto index : unit->entries)
-                    TRY(reader.read(static_cast<std::size_t>(index), unit->end));
-            }
-            return {};
+    UnitCutter cutter(shared.directory, chosen);
+    return readSideBySide(
+        lanes, lanes.count(), [&] { return Result(cutter.next()); },
+        [&](LaneReceiver& lane) {
+            return [reader = EntryReader(shared, lane)](const Unit& unit) mutable -> Result<void> {
+                for (const auto index : unit.entries)
+                    TRY(reader.read(static_cast<std::size_t>(index), unit.end));
+                return {};
+            };
         });
-        if (result)
-            return;
-        queue.clear();
-        const std::lock_guard lock(mutex);
-        if (outcome)
-            outcome = result;
-    };
-
-    std::vector<std::thread> threads;
-    const auto first = queue.next();
-    for (unsigned i = 1; i < lanes.count() && !queue.isEmpty(); ++i) {
-        auto& lane = lanes.lane(i);
-        auto unit = queue.next();
-        const auto started = guarded([&]() -> Result<void> {
-            threads.emplace_back([&work, &lane, unit] { work(lane, unit); });
-            return {};
-        });
-        if (!started) { // no thread to be had: this one does it
-            work(lane, unit);
-            break;
-        }
-    }
-    work(lanes.lane(0), first);
-    for (auto& thread : threads)
-        thread.join();
-    return outcome;
 }
 
 }
