@@ -4,8 +4,6 @@
 
 #include <algorithm>
 
-#include <sys/stat.h>
-
 namespace vantoro::sevenzip {
 
 namespace {
@@ -28,23 +26,6 @@ Timestamp timestamp(const Variant& value)
         time.nanoseconds += value.extraNanoseconds;
     time.isSet = true;
     return time;
-}
-
-EntryKind kindOfMode(std::uint32_t mode, EntryKind otherwise)
-{
-    switch (mode & S_IFMT) {
-    case S_IFLNK:
-        return EntryKind::SymbolicLink;
-    case S_IFDIR:
-        return EntryKind::Folder;
-    case S_IFBLK:
-    case S_IFCHR:
-    case S_IFIFO:
-    case S_IFSOCK:
-        return EntryKind::Other;
-    default:
-        return otherwise;
-    }
 }
 
 }
@@ -199,7 +180,7 @@ void Items::fillKind(std::uint32_t item, Item& target) const
     else if (attributes & kHasUnixMode)
         entry.mode = attributes >> 16;
     if (entry.mode)
-        entry.kind = kindOfMode(*entry.mode, entry.kind);
+        entry.kind = kindOfMode(*entry.mode).value_or(entry.kind);
     if (isFolder != (entry.kind == EntryKind::Folder)) // a mode that contradicts the structure loses
         entry.kind = isFolder ? EntryKind::Folder : entry.kind == EntryKind::Folder ? EntryKind::File : entry.kind;
 

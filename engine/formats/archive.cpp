@@ -4,10 +4,31 @@
 
 #include <algorithm>
 
+#include <sys/stat.h>
+
 namespace vantoro {
 
 namespace {
 constexpr std::size_t kBlock = 256 << 10;
+}
+
+std::optional<EntryKind> kindOfMode(std::uint32_t mode)
+{
+    switch (mode & S_IFMT) {
+    case S_IFREG:
+        return EntryKind::File;
+    case S_IFDIR:
+        return EntryKind::Folder;
+    case S_IFLNK:
+        return EntryKind::SymbolicLink;
+    case S_IFBLK:
+    case S_IFCHR:
+    case S_IFIFO:
+    case S_IFSOCK:
+        return EntryKind::Other;
+    default:
+        return std::nullopt;
+    }
 }
 
 Result<void> LaneReceiver::hole(std::uint64_t length)

@@ -14,6 +14,8 @@
 namespace vantoro {
 
 enum class EntryKind : std::uint8_t { File, Folder, SymbolicLink, HardLink, ResourceFork, Other };
+/// What the type bits of a Unix mode say; nothing where there are none, or unknown ones.
+std::optional<EntryKind> kindOfMode(std::uint32_t mode);
 
 /// A point in time. UTC unless `isLocal`, which DOS times are: they are read in the zone of this machine.
 struct Timestamp {

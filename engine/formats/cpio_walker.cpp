@@ -12,17 +12,7 @@ constexpr std::size_t kMostName = 32 << 10; // the input shows so much at once, 
 
 EntryKind kindOf(std::uint32_t mode)
 {
-    switch (mode & S_IFMT) {
-    case S_IFDIR:
-        return EntryKind::Folder;
-    case S_IFLNK:
-        return EntryKind::SymbolicLink;
-    case S_IFREG:
-    case 0:
-        return EntryKind::File;
-    default:
-        return EntryKind::Other;
-    }
+    return (mode & S_IFMT) == 0 ? EntryKind::File : kindOfMode(mode).value_or(EntryKind::Other);
 }
 
 /// Adds up the bytes that pass on their way to the receiver.

@@ -1,7 +1,5 @@
 #include "engine/formats/iso_walker.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 
 namespace vantoro {
@@ -10,18 +8,11 @@ namespace {
 
 constexpr std::size_t kDeepest = 512;
 
-EntryKind kindOfMode(std::uint32_t mode)
+/// Of what the records call a file: a mode that contradicts them loses.
+EntryKind kindOf(std::uint32_t mode)
 {
-    switch (mode & S_IFMT) {
-    case S_IFREG:
-        return EntryKind::File;
-    case S_IFDIR:
-        return EntryKind::Folder;
-    case S_IFLNK:
-        return EntryKind::SymbolicLink;
-    default:
-        return EntryKind::Other;
-    }
+    const auto kind = kindOfMode(mode).value_or(EntryKind::Other);
+    return kind == EntryKind::Folder ? EntryKind::File : kind;
 }
 
 }
@@ -150,8 +141,7 @@ void IsoWalker::classify(const IsoRecord& record)
         else if (extension.linkTarget)
             m_item.kind = EntryKind::SymbolicLink;
         else if (extension.mode && m_item.kind == EntryKind::File)
-            m_item.kind
-                = kindOfMode(*extension.mode) == EntryKind::Folder ? EntryKind::File : kindOfMode(*extension.mode);
+            m_item.kind = kindOf(*extension.mode);
     }
     if (m_item.kind == EntryKind::File && record.flags & IsoRecord::kAssociated)
         m_item.kind = EntryKind::ResourceFork;

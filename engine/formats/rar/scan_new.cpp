@@ -245,16 +245,8 @@ Result<RarMember> parseFile(const Block& block)
     member.pathStyle = fromWindows ? PathStyle::Dos : PathStyle::Unix;
     if (!fromWindows) {
         member.mode = static_cast<std::uint32_t>(attributes & 0xFFFF);
-        switch (attributes & 0xF000) {
-        case 0x1000: // FIFO
-        case 0x2000: // devices
-        case 0x6000:
-        case 0xC000: // socket
+        if (kindOfMode(*member.mode) == EntryKind::Other)
             member.kind = EntryKind::Other;
-            break;
-        default:
-            break;
-        }
     }
     readExtra(block.extra, fromWindows, member);
     if ((flags & flag::kFolder) != 0)

@@ -75,22 +75,9 @@ void setKind(RarMember& member, unsigned host, std::uint32_t attributes, unsigne
     if (host != kHostUnix && host != kHostBeOs)
         return;
     member.mode = attributes & 0xFFFF;
-    switch (attributes & 0xF000) {
-    case 0xA000:
-        member.kind = EntryKind::SymbolicLink;
-        break;
-    case 0x4000:
-        member.kind = EntryKind::Folder;
-        break;
-    case 0x1000: // FIFO
-    case 0x2000: // devices
-    case 0x6000:
-    case 0xC000: // socket
-        member.kind = EntryKind::Other;
-        break;
-    default:
-        break;
-    }
+    const auto kind = kindOfMode(attributes).value_or(EntryKind::File);
+    if (kind != EntryKind::File)
+        member.kind = kind;
 }
 
 Result<FileHeader> parseFile(ConstBytes header, unsigned flags)

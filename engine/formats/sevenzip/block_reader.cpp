@@ -5,8 +5,6 @@
 
 #include <algorithm>
 
-#include <sys/stat.h>
-
 namespace vantoro::seven {
 
 namespace {
@@ -34,17 +32,8 @@ EntryKind kindOf(const File& file)
         return EntryKind::Folder;
     if ((file.attributes & kHasUnixMode) == 0)
         return EntryKind::File;
-    switch (file.attributes >> 16 & S_IFMT) {
-    case S_IFLNK:
-        return EntryKind::SymbolicLink;
-    case S_IFBLK:
-    case S_IFCHR:
-    case S_IFIFO:
-    case S_IFSOCK:
-        return EntryKind::Other;
-    default:
-        return EntryKind::File; // a mode that contradicts the structure loses
-    }
+    const auto kind = kindOfMode(file.attributes >> 16).value_or(EntryKind::File);
+    return kind == EntryKind::Folder ? EntryKind::File : kind; // a mode that contradicts the structure loses
 }
 
 }
