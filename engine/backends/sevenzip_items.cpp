@@ -1,6 +1,7 @@
 #include "engine/backends/sevenzip_items.h"
 
 #include "engine/backends/sevenzip_reparse.h"
+#include "engine/formats/stored_time.h"
 
 #include <algorithm>
 
@@ -8,23 +9,17 @@ namespace vantoro::sevenzip {
 
 namespace {
 
-constexpr std::uint64_t kTicksPerSecond = 10'000'000; // of a FileTime
-constexpr std::int64_t kSecondsTo1970 = 11'644'473'600; // from 1601
-
 // Windows attributes; with kHasUnixMode the upper half is a Unix mode.
 constexpr std::uint32_t kAttributeReparse = 0x400;
 constexpr std::uint32_t kHasUnixMode = 0x8000;
 
 Timestamp timestamp(const Variant& value)
 {
-    if (value.type != VariantType::FileTime || value.u64 == 0)
+    if (value.type != VariantType::FileTime)
         return {};
-    Timestamp time;
-    time.seconds = static_cast<std::int64_t>(value.u64 / kTicksPerSecond) - kSecondsTo1970;
-    time.nanoseconds = static_cast<std::uint32_t>(value.u64 % kTicksPerSecond) * 100;
+    auto time = fileTime(value.u64);
     if (value.extraNanoseconds < 100)
         time.nanoseconds += value.extraNanoseconds;
-    time.isSet = true;
     return time;
 }
 

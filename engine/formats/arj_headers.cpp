@@ -1,8 +1,7 @@
 #include "engine/formats/arj_headers.h"
 
 #include "engine/crypto/crc32.h"
-
-#include <ctime>
+#include "engine/formats/stored_time.h"
 
 namespace vantoro::arj {
 
@@ -101,16 +100,7 @@ Timestamp Header::modified() const
         return {};
     if (isUnix())
         return {.seconds = static_cast<std::int64_t>(time), .isSet = true};
-    std::tm fields{};
-    fields.tm_year = static_cast<int>(time >> 25) + 80;
-    fields.tm_mon = static_cast<int>(time >> 21 & 15) - 1;
-    fields.tm_mday = static_cast<int>(time >> 16 & 31);
-    fields.tm_hour = static_cast<int>(time >> 11 & 31);
-    fields.tm_min = static_cast<int>(time >> 5 & 63);
-    fields.tm_sec = static_cast<int>(time & 31) * 2;
-    if (fields.tm_mon < 0 || fields.tm_mon > 11 || fields.tm_mday < 1)
-        return {};
-    return {.seconds = ::timegm(&fields), .isSet = true, .isLocal = true};
+    return dosTime(time);
 }
 
 Result<std::optional<Header>> readHeader(const ByteSource& source, std::uint64_t position)

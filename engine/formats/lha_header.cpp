@@ -1,10 +1,10 @@
 #include "engine/formats/lha_header.h"
 
 #include "engine/crypto/crc16.h"
+#include "engine/formats/stored_time.h"
 #include "engine/text/utf16.h"
 
 #include <algorithm>
-#include <ctime>
 #include <sys/stat.h>
 
 namespace vantoro {
@@ -27,34 +27,6 @@ Timestamp unixTime(std::uint32_t seconds)
     Timestamp time;
     time.isSet = seconds != 0;
     time.seconds = seconds;
-    return time;
-}
-
-/// Two 16-bit numbers, the date in the high half; local time.
-Timestamp dosTime(std::uint32_t stamp)
-{
-    std::tm calendar{};
-    calendar.tm_year = static_cast<int>(stamp >> 25) + 80;
-    calendar.tm_mon = static_cast<int>((stamp >> 21) & 15) - 1;
-    calendar.tm_mday = static_cast<int>((stamp >> 16) & 31);
-    calendar.tm_hour = static_cast<int>((stamp >> 11) & 31);
-    calendar.tm_min = static_cast<int>((stamp >> 5) & 63);
-    calendar.tm_sec = static_cast<int>(stamp & 31) * 2;
-    Timestamp time;
-    if (calendar.tm_mon < 0 || calendar.tm_mon > 11 || calendar.tm_mday == 0)
-        return time;
-    time.seconds = timegm(&calendar);
-    time.isSet = time.isLocal = true;
-    return time;
-}
-
-Timestamp fileTime(std::uint64_t ticks)
-{
-    constexpr std::int64_t kTicksPerSecond = 10'000'000, kEpoch = 11'644'473'600;
-    Timestamp time;
-    time.isSet = ticks != 0 && ticks >> 63 == 0;
-    time.seconds = static_cast<std::int64_t>(ticks) / kTicksPerSecond - kEpoch;
-    time.nanoseconds = static_cast<std::uint32_t>(ticks % kTicksPerSecond) * 100;
     return time;
 }
 

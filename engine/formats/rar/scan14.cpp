@@ -1,5 +1,6 @@
 #include "engine/formats/rar/scan.h"
 #include "engine/formats/rar/text.h"
+#include "engine/formats/stored_time.h"
 
 // The container of rar 1.4: no block types, no checksums of headers, no end mark.
 
@@ -52,7 +53,7 @@ std::optional<FileHeader> parseFile(ConstBytes block)
     member.size = in.le32();
     member.crc = in.le16();
     header.size = in.le16();
-    member.modified = dosTime(in.le32());
+    member.modified = nearestDosTime(in.le32());
     const auto attributes = in.u8();
     header.flags = in.u8();
     const auto version = in.u8();

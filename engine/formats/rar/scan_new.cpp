@@ -2,6 +2,7 @@
 #include "engine/crypto/crc32.h"
 #include "engine/formats/rar/scan.h"
 #include "engine/formats/rar/text.h"
+#include "engine/formats/stored_time.h"
 
 #include <algorithm>
 

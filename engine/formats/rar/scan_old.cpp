@@ -2,6 +2,7 @@
 #include "engine/crypto/crc32.h"
 #include "engine/formats/rar/scan.h"
 #include "engine/formats/rar/text.h"
+#include "engine/formats/stored_time.h"
 
 #include <algorithm>
 
@@ -91,7 +92,7 @@ Result<FileHeader> parseFile(ConstBytes header, unsigned flags)
     const auto host = in.u8();
     member.crc = in.le32();
     member.checksum = RarChecksum::Crc32;
-    member.modified = dosTime(in.le32());
+    member.modified = nearestDosTime(in.le32());
     const auto version = in.u8();
     const auto method = in.u8();
     const auto nameSize = in.le16();

@@ -1,9 +1,9 @@
 #include "engine/formats/rar/text.h"
 
+#include "engine/formats/stored_time.h"
 #include "engine/text/utf16.h"
 
 #include <algorithm>
-#include <chrono>
 
 namespace vantoro {
 
@@ -124,34 +124,6 @@ std::string guessedText(std::string_view bytes)
     return decode(bytes, detector.detect().charset);
 }
 
-Timestamp dosTime(std::uint32_t value)
-{
-    if (value == 0)
-        return {};
-    using namespace std::chrono;
-    const auto month = std::clamp(value >> 21 & 15, 1U, 12U);
-    const auto day = std::clamp(value >> 16 & 31, 1U, 31U);
-    year_month_day date{year(static_cast<int>(value >> 25) + 1980), std::chrono::month(month), std::chrono::day(day)};
-    if (!date.ok())
-        date = date.year() / date.month() / last;
-    const auto midnight = sys_days(date).time_since_epoch();
-    const auto clock = hours(std::min(value >> 11 & 31, 23U)) + minutes(std::min(value >> 5 & 63, 59U))
-        + seconds(std::min((value & 31) * 2, 59U));
-    return {.seconds = (duration_cast<seconds>(midnight) + clock).count(), .isSet = true, .isLocal = true};
-}
-
-Timestamp fileTime(std::uint64_t value)
-{
-    constexpr std::int64_t kEpoch = 116'444'736'000'000'000;
-    constexpr std::int64_t kPerSecond = 10'000'000;
-    if (value == 0 || value > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()))
-        return {};
-    const auto ticks = static_cast<std::int64_t>(value) - kEpoch;
-    const auto rest = (ticks % kPerSecond + kPerSecond) % kPerSecond;
-    return {
-        .seconds = (ticks - rest) / kPerSecond, .nanoseconds = static_cast<std::uint32_t>(rest * 100), .isSet = true};
-}
-
 Timestamp unixTime(std::uint32_t seconds, std::uint32_t nanoseconds)
 {
     return {.seconds = seconds, .nanoseconds = nanoseconds, .isSet = true};
@@ -166,7 +138,7 @@ void readExtendedTimes(ByteReader& in, RarMember& member)
         const auto nibble = flags >> (12 - 4 * i) & 15U;
         if ((nibble & 8) == 0)
             continue;
-        auto time = i == 0 ? member.modified : dosTime(in.le32());
+        auto time = i == 0 ? member.modified : nearestDosTime(in.le32());
         std::uint32_t ticks = 0; // of 100 ns
         for (unsigned k = 0; k < (nibble & 3); ++k)
             ticks = static_cast<std::uint32_t>(in.u8()) << 16 | ticks >> 8;

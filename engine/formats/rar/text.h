@@ -15,10 +15,6 @@ RarNewText newText(std::string_view field, bool fromWindows);
 /// Text of unknown charset as UTF-8.
 std::string guessedText(std::string_view bytes);
 
-/// 0 gives no time. The zone is that of the packer.
-Timestamp dosTime(std::uint32_t value);
-/// 100 ns since 1601.
-Timestamp fileTime(std::uint64_t value);
 Timestamp unixTime(std::uint32_t seconds, std::uint32_t nanoseconds = 0);
 /// The extended times of rar 3; `member` has its modification time in DOS form already.
 void readExtendedTimes(ByteReader& in, RarMember& member);

@@ -1,6 +1,7 @@
 #include "engine/formats/sevenzip/block_reader.h"
 
 #include "engine/crypto/crc32.h"
+#include "engine/formats/stored_time.h"
 #include "engine/text/utf16.h"
 
 #include <algorithm>
@@ -12,19 +13,6 @@ namespace {
 constexpr std::size_t kAtOnce = 256 << 10;
 constexpr std::size_t kLeastRoom = 64 << 10;
 constexpr std::uint32_t kHasUnixMode = 0x8000; ///< the upper half of the attributes is one
-
-Timestamp timestamp(std::uint64_t ticks)
-{
-    constexpr std::uint64_t kTicksPerSecond = 10'000'000;
-    constexpr std::int64_t kSecondsTo1970 = 11'644'473'600; // from 1601
-    if (ticks == 0)
-        return {};
-    Timestamp time;
-    time.seconds = static_cast<std::int64_t>(ticks / kTicksPerSecond) - kSecondsTo1970;
-    time.nanoseconds = static_cast<std::uint32_t>(ticks % kTicksPerSecond) * 100;
-    time.isSet = true;
-    return time;
-}
 
 EntryKind kindOf(const File& file)
 {
@@ -50,9 +38,9 @@ const Entry& EntryView::fill(std::uint64_t index)
     entry.kind = kindOf(file);
     if ((file.attributes & kHasUnixMode) != 0)
         entry.mode = file.attributes >> 16;
-    entry.modified = timestamp(file.modified);
-    entry.created = timestamp(file.created);
-    entry.accessed = timestamp(file.accessed);
+    entry.modified = fileTime(file.modified);
+    entry.created = fileTime(file.created);
+    entry.accessed = fileTime(file.accessed);
     if (entry.kind == EntryKind::Folder)
         return entry;
     entry.size = file.size;

@@ -1,6 +1,7 @@
 #include "engine/formats/zip/entry_view.h"
 
 #include "engine/crypto/crc32.h"
+#include "engine/formats/stored_time.h"
 
 namespace vantoro::zip {
 
@@ -10,18 +11,6 @@ constexpr std::uint16_t kNtfsId = 0x000A, kPkUnixId = 0x000D, kTimestampId = 0x5
                         kUnixOwnerId = 0x7875, kUnicodePathId = 0x7075, kUnicodeCommentId = 0x6375;
 
 Timestamp unixTime(std::uint32_t seconds) { return {.seconds = static_cast<std::int32_t>(seconds), .isSet = true}; }
-
-/// FILETIME: 100 ns since 1601.
-Timestamp ntfsTime(std::uint64_t ticks)
-{
-    constexpr std::uint64_t kTicksPerSecond = 10'000'000;
-    constexpr std::int64_t kTo1970 = 11'644'473'600;
-    if (ticks == 0)
-        return {};
-    return {.seconds = static_cast<std::int64_t>(ticks / kTicksPerSecond) - kTo1970,
-            .nanoseconds = static_cast<std::uint32_t>(ticks % kTicksPerSecond * 100),
-            .isSet = true};
-}
 
 struct Times {
     Timestamp modified, accessed, created;
@@ -39,9 +28,9 @@ Times readNtfs(ConstBytes field)
         if (tag != 1 || value.size() < 24)
             continue;
         ByteReader stamps(value);
-        times.modified = ntfsTime(stamps.le64());
-        times.accessed = ntfsTime(stamps.le64());
-        times.created = ntfsTime(stamps.le64());
+        times.modified = fileTime(stamps.le64());
+        times.accessed = fileTime(stamps.le64());
+        times.created = fileTime(stamps.le64());
     }
     return times;
 }
@@ -180,8 +169,8 @@ void EntryView::fillTimes(const DirectoryHeader& header)
     m_entry.modified = firstSet({ntfs.modified, extended.modified, old.modified});
     m_entry.accessed = firstSet({ntfs.accessed, extended.accessed, old.accessed});
     m_entry.created = firstSet({ntfs.created, extended.created});
-    if (!m_entry.modified.isSet && header.dosTime != 0)
-        m_entry.modified = {.seconds = dosSeconds(header.dosTime), .isSet = true, .isLocal = true};
+    if (!m_entry.modified.isSet)
+        m_entry.modified = nearestDosTime(header.dosTime);
 }
 
 }

@@ -1,7 +1,6 @@
 #include "engine/formats/zip/headers.h"
 
 #include <algorithm>
-#include <chrono>
 
 namespace vantoro::zip {
 
@@ -224,16 +223,6 @@ std::string methodName(const DirectoryHeader& header)
 bool isKnownMethod(std::uint16_t method)
 {
     return findMethod(method) != nullptr || method == static_cast<std::uint16_t>(Method::Aes);
-}
-
-std::int64_t dosSeconds(std::uint32_t dosTime)
-{
-    using namespace std::chrono;
-    const auto time = dosTime & 0xFFFF, date = dosTime >> 16;
-    const auto day = std::max(date & 31, 1U), month = std::clamp(date >> 5 & 15, 1U, 12U);
-    const sys_days days = year(1980 + static_cast<int>(date >> 9)) / static_cast<int>(month) / static_cast<int>(day);
-    const auto inDay = (time >> 11) * 3600 + (time >> 5 & 63) * 60 + (time & 31) * 2;
-    return days.time_since_epoch().count() * std::int64_t{86400} + inDay;
 }
 
 }

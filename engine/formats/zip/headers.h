@@ -134,7 +134,4 @@ struct EndRecord {
 std::string methodName(const DirectoryHeader& header);
 bool isKnownMethod(std::uint16_t method);
 
-/// DOS time as if it were UTC.
-std::int64_t dosSeconds(std::uint32_t dosTime);
-
 }
