@@ -34,6 +34,7 @@ struct LibraryRow {
 };
 constexpr std::array kLibraries{
     LibraryRow{"Qt", QT_TRANSLATE_NOOP("InformationWindow", "Windows and the desktop"), "LGPL-3.0"},
+    LibraryRow{"libxcb", QT_TRANSLATE_NOOP("InformationWindow", "Windows and the desktop"), "MIT"},
     LibraryRow{"7-Zip", QT_TRANSLATE_NOOP("InformationWindow", "Reads many formats, writes 7z"),
                "LGPL-2.1-or-later, unRAR"},
     LibraryRow{"libarchive", QT_TRANSLATE_NOOP("InformationWindow", "Reads and writes further formats"),
@@ -42,7 +43,6 @@ constexpr std::array kLibraries{
     LibraryRow{"libdeflate", QT_TRANSLATE_NOOP("InformationWindow", "Deflate, whole blocks"), "MIT"},
     LibraryRow{"ISA-L", QT_TRANSLATE_NOOP("InformationWindow", "Deflate, streams"), "BSD-3-Clause"},
     LibraryRow{"zlib", QT_TRANSLATE_NOOP("InformationWindow", "Deflate, writing"), "Zlib"},
-    LibraryRow{"bzip2", QT_TRANSLATE_NOOP("InformationWindow", "bzip2"), "bzip2-1.0.6"},
     LibraryRow{"liblzma", QT_TRANSLATE_NOOP("InformationWindow", "xz and lzma"), "0BSD, public domain"},
     LibraryRow{"Zstandard", QT_TRANSLATE_NOOP("InformationWindow", "zst"), "BSD-3-Clause"},
     LibraryRow{"LZ4", QT_TRANSLATE_NOOP("InformationWindow", "lz4"), "BSD-2-Clause"},
@@ -51,7 +51,7 @@ constexpr std::array kLibraries{
     LibraryRow{"ICU", QT_TRANSLATE_NOOP("InformationWindow", "Text encodings"), "Unicode-3.0"},
     LibraryRow{"uchardet", QT_TRANSLATE_NOOP("InformationWindow", "Finding an encoding out"), "MPL-1.1"},
     LibraryRow{"libseccomp", QT_TRANSLATE_NOOP("InformationWindow", "Confines the decoders"), "LGPL-2.1"},
-    LibraryRow{"Exiv2", QT_TRANSLATE_NOOP("InformationWindow", "Properties of pictures"), "GPL-2.0-or-later"},
+    LibraryRow{"zxcvbn", QT_TRANSLATE_NOOP("InformationWindow", "Strength of passwords"), "MIT"},
 };
 
 /// Rows with air between them.

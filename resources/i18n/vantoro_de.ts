@@ -653,10 +653,6 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
         <translation>Deflate, Schreiben</translation>
     </message>
     <message>
-        <source>bzip2</source>
-        <translation>bzip2</translation>
-    </message>
-    <message>
         <source>xz and lzma</source>
         <translation>xz und lzma</translation>
     </message>
@@ -689,8 +685,8 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
         <translation>Schottet die Dekodierer ab</translation>
     </message>
     <message>
-        <source>Properties of pictures</source>
-        <translation>Eigenschaften von Bildern</translation>
+        <source>Strength of passwords</source>
+        <translation>Stärke von Passwörtern</translation>
     </message>
 </context>
 <context>

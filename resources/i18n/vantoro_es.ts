@@ -653,10 +653,6 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
         <translation>Deflate, escritura</translation>
     </message>
     <message>
-        <source>bzip2</source>
-        <translation>bzip2</translation>
-    </message>
-    <message>
         <source>xz and lzma</source>
         <translation>xz y lzma</translation>
     </message>
@@ -689,8 +685,8 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
         <translation>Confina los decodificadores</translation>
     </message>
     <message>
-        <source>Properties of pictures</source>
-        <translation>Propiedades de las imágenes</translation>
+        <source>Strength of passwords</source>
+        <translation>Seguridad de las contraseñas</translation>
     </message>
 </context>
 <context>

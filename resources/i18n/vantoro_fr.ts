@@ -653,10 +653,6 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
         <translation>Deflate, écriture</translation>
     </message>
     <message>
-        <source>bzip2</source>
-        <translation>bzip2</translation>
-    </message>
-    <message>
         <source>xz and lzma</source>
         <translation>xz et lzma</translation>
     </message>
@@ -689,8 +685,8 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
         <translation>Confine les décodeurs</translation>
     </message>
     <message>
-        <source>Properties of pictures</source>
-        <translation>Propriétés des images</translation>
+        <source>Strength of passwords</source>
+        <translation>Robustesse des mots de passe</translation>
     </message>
 </context>
 <context>

@@ -645,10 +645,6 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
         <translation>Deflate (書き出し)</translation>
     </message>
     <message>
-        <source>bzip2</source>
-        <translation>bzip2</translation>
-    </message>
-    <message>
         <source>xz and lzma</source>
         <translation>xz と lzma</translation>
     </message>
@@ -681,8 +677,8 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
         <translation>デコーダーの隔離</translation>
     </message>
     <message>
-        <source>Properties of pictures</source>
-        <translation>画像のプロパティ</translation>
+        <source>Strength of passwords</source>
+        <translation>パスワードの強度</translation>
     </message>
 </context>
 <context>

@@ -645,10 +645,6 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
         <translation>Deflate（写入）</translation>
     </message>
     <message>
-        <source>bzip2</source>
-        <translation>bzip2</translation>
-    </message>
-    <message>
         <source>xz and lzma</source>
         <translation>xz 和 lzma</translation>
     </message>
@@ -681,8 +677,8 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
         <translation>隔离解码程序</translation>
     </message>
     <message>
-        <source>Properties of pictures</source>
-        <translation>图片属性</translation>
+        <source>Strength of passwords</source>
+        <translation>密码强度</translation>
     </message>
 </context>
 <context>
