@@ -48,6 +48,44 @@ function(vantoro_room name)
     target_link_libraries(${name} PUBLIC ${ROOM_LINK} PRIVATE vantoro_options ${ROOM_PRIVATE_LINK})
 endfunction()
 
+# vantoro_codec_library(PREFIX MODULE...)
+# pkg_check_modules(PREFIX … IMPORTED_TARGET) for libraries that every program needs from its first archive on. Where
+# VANTORO_STATIC_CODECS is on they are linked from their archives, so that the loader has nothing to do for them; one
+# that is installed without an archive stays a shared library.
+set(isQuick OFF)
+if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT VANTORO_SANITIZE)
+    set(isQuick ON)
+    # What a program does not use is left out, and with it what the loader would have to relocate.
+    add_compile_options(-ffunction-sections -fdata-sections)
+    add_link_options(LINKER:--gc-sections)
+endif()
+option(VANTORO_STATIC_CODECS "Link the codec libraries from their archives" ${isQuick})
+if(VANTORO_STATIC_CODECS)
+    # None of their functions is offered to shared libraries that have the same one, in whatever version, of their own.
+    add_link_options(LINKER:--exclude-libs,ALL)
+endif()
+function(vantoro_codec_library prefix)
+    pkg_check_modules(${prefix} REQUIRED IMPORTED_TARGET ${ARGN})
+    if(NOT VANTORO_STATIC_CODECS)
+        return()
+    endif()
+    set(libraries)
+    foreach(name IN LISTS ${prefix}_STATIC_LIBRARIES)
+        find_library(VANTORO_ARCHIVE_${name} lib${name}.a HINTS ${${prefix}_LIBDIR} ${${prefix}_STATIC_LIBRARY_DIRS})
+        mark_as_advanced(VANTORO_ARCHIVE_${name})
+        if(name MATCHES "^(c|m|dl|pthread)$")
+            list(APPEND libraries ${name})
+        elseif(VANTORO_ARCHIVE_${name})
+            list(APPEND libraries ${VANTORO_ARCHIVE_${name}})
+        else()
+            message(STATUS "No archive of ${name}: linked as a shared library")
+            return()
+        endif()
+    endforeach()
+    set_target_properties(PkgConfig::${prefix} PROPERTIES INTERFACE_LINK_LIBRARIES "${libraries}")
+    set_property(GLOBAL APPEND PROPERTY VANTORO_LINKED_ARCHIVES ${libraries})
+endfunction()
+
 # vantoro_late_library(ROOM PREFIX)
 # The room and those that link it load the library that pkg_check_modules(PREFIX … IMPORTED_TARGET) found when they first
 # call it (engine/io/late_library.h): it is not linked, and VANTORO_<PREFIX>_SONAME is what the loader knows it by.
