@@ -68,6 +68,7 @@ int main(int argc, char** argv)
     using namespace vantoro::cli;
     // What is the rule without it, too, but mktime() would look at the zone's file for every entry.
     ::setenv("TZ", ":/etc/localtime", 0);
+    vantoro::leaveDecodersBehind();
     const auto parsed = parseArguments({argv + 1, argv + argc});
     if (!parsed.arguments) {
         complain({}, {}, parsed.mistake + " (vantoro-cli --help)");

@@ -1,8 +1,9 @@
 #include "cli/commands.h"
 #include "cli/output.h"
 
+#include "engine/io/processors.h"
+
 #include <mutex>
-#include <thread>
 
 namespace vantoro::cli {
 
@@ -61,7 +62,7 @@ class DroppingLanes final : public Lanes {
 public:
     DroppingLanes(const std::string& archive, Findings& findings)
     {
-        for (unsigned i = 0; i < std::max(1U, std::thread::hardware_concurrency()); ++i)
+        for (unsigned i = 0; i < processorCount(); ++i)
             m_lanes.push_back(std::make_unique<DroppingLane>(archive, findings));
     }
     unsigned count() const override { return static_cast<unsigned>(m_lanes.size()); }

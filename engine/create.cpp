@@ -1,9 +1,9 @@
 #include "engine/create.h"
 
+#include "engine/io/processors.h"
 #include "engine/write/creator.h"
 
 #include <algorithm>
-#include <thread>
 
 #include <strings.h>
 
@@ -30,7 +30,7 @@ Result<CreateReport> createArchive(const std::string& target, const std::vector<
         return Error{ErrorCode::UnsupportedEncryption, "the kind has no encryption"};
     auto settled = options;
     if (settled.threads == 0)
-        settled.threads = std::max(1U, std::thread::hardware_concurrency());
+        settled.threads = processorCount();
     const auto sources = TRY(collectSources(inputs, settled, target));
     CreateReport report;
     for (const auto& problem : sources.problems) {

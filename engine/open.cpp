@@ -118,6 +118,8 @@ std::string archiveStem(std::string_view fileName) { return stemOf(fileName); }
 
 void holdDecoders() { cage::holdWorkerProgram(); }
 
+void leaveDecodersBehind() { cage::leaveWorkersBehind(); }
+
 std::string describeDecoders() { return cage::describeCage(cage::workerProgram()); }
 
 std::vector<FormatDescription> supportedFormats()

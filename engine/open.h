@@ -42,6 +42,9 @@ std::string archiveStem(std::string_view fileName);
 /// even when it is updated meanwhile.
 void holdDecoders();
 
+/// Call at the start of a program that ends with its last archive: it does not wait for its decoders to be gone.
+void leaveDecodersBehind();
+
 /// A sentence about the process in which decoders run: "decoders run confined", or what is missing.
 std::string describeDecoders();
 

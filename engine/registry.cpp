@@ -13,10 +13,10 @@
 #include "engine/formats/rar/rar.h"
 #include "engine/formats/sevenzip/sevenzip.h"
 #include "engine/formats/zip/zip.h"
+#include "engine/io/processors.h"
 
 #include <algorithm>
 #include <atomic>
-#include <thread>
 
 namespace vantoro {
 
@@ -181,7 +181,7 @@ Result<ArchivePtr> openStreamed(const StreamFormatRow& row, Match outerMatch, co
     auto packed = std::make_shared<const CountingSource>(source);
     const auto openFresh = [&row, packed, limits = context.limits, cancel = context.cancel] {
         StreamParams params;
-        params.threads = std::max(1U, std::thread::hardware_concurrency());
+        params.threads = processorCount();
         params.limits = limits;
         params.cancel = cancel;
         return row.open(packed, params);

@@ -2,10 +2,10 @@
 
 #include "engine/backends/sevenzip_codecs.h"
 #include "engine/backends/sevenzip_library.h"
+#include "engine/io/processors.h"
 
 #include <algorithm>
 #include <array>
-#include <thread>
 
 namespace vantoro::sevenzip {
 
@@ -87,7 +87,7 @@ void useAllProcessors(const Ref<InArchive>& handler)
     if (!setter)
         return;
     const std::array<const wchar_t*, 1> names{L"mt"};
-    const std::array<Variant, 1> values{Variant(std::max(1U, std::thread::hardware_concurrency()))};
+    const std::array<Variant, 1> values{Variant(processorCount())};
     setter->setProperties(names.data(), values.data(), 1);
 }
 

@@ -4,12 +4,12 @@
 #include "engine/cage/lane_pump.h"
 #include "engine/cage/watch.h"
 #include "engine/cage/worker_process.h"
+#include "engine/io/processors.h"
 
 #include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
-#include <thread>
 
 #include <sys/mman.h>
 #include <syslog.h>
@@ -20,6 +20,8 @@ namespace vantoro::cage {
 namespace {
 
 constexpr int kTick = 20; // milliseconds between two looks at the stop flag and the worker's health
+constexpr int kFirstTick = 2; // until threads take what comes of a small archive: most are done by then
+constexpr std::uint64_t kSmallArchive = 256 << 10;
 
 /// The files behind a source, or a sealed copy of it in memory where there are none.
 struct Handover {
@@ -154,19 +156,33 @@ private:
 
     Result<void> openWithWorker()
     {
-        const auto lanes = std::clamp(std::thread::hardware_concurrency(), 1U, kMaxLanes);
+        const auto lanes = std::min(processorCount(), kMaxLanes);
         m_worker = TRY(WorkerProcess::start(m_program, lanes, {m_context.limits.dictionary, m_libraries}));
-        logMissingSteps(m_worker->confinement());
         m_readers.clear();
         for (unsigned i = 0; i < lanes; ++i)
             m_readers.push_back(std::make_unique<RingReader>(m_worker->area(), i));
         const auto handover = TRY(handOver(*m_source));
+        // One file waits in the channel for the worker to have confined itself; of many there are too many for it.
+        const bool goesAhead = handover.fds.size() == 1;
+        if (!goesAhead)
+            TRY(awaitWorker());
         Message message;
         message.type = MessageType::Open;
         message.text = m_context.name;
         const auto rest = TRY(sendParts(handover));
         message.values = rest.values;
-        return finish(request(message, rest.fds, nullptr));
+        const auto sent = m_worker->channel().send(message, rest.fds);
+        if (goesAhead)
+            TRY(awaitWorker());
+        TRY(sent);
+        return finish(awaitDone(nullptr));
+    }
+
+    Result<void> awaitWorker()
+    {
+        TRY(m_worker->awaitConfined());
+        logMissingSteps(m_worker->confinement());
+        return {};
     }
 
     Result<void> listOnce(EntryVisitor& visitor)
@@ -184,7 +200,8 @@ private:
         TRY(ensureOpen());
         Message message;
         message.type = MessageType::Read;
-        message.number = std::min<std::uint64_t>(lanes.count(), m_readers.size());
+        // A second thread on either side takes longer to start than it could save.
+        message.number = isSmall() ? 1 : std::min<std::uint64_t>(lanes.count(), m_readers.size());
         Descriptor selection;
         std::vector<int> fds;
         if (wish.selection) {
@@ -203,6 +220,8 @@ private:
         return result;
     }
 
+    bool isSmall() const { return m_source->size() <= kSmallArchive; }
+
     Result<void> ensureOpen()
     {
         if (m_worker && m_worker->isAlive())
@@ -214,14 +233,22 @@ private:
     Result<void> request(const Message& message, std::span<const int> fds, Pump* pump)
     {
         TRY(m_worker->channel().send(message, fds));
+        return awaitDone(pump);
+    }
+
+    Result<void> awaitDone(Pump* pump)
+    {
         Watch watch(*m_worker, m_source->size());
-        if (pump)
+        if (pump && !isSmall())
             pump->start();
         const auto result = serve(watch, pump);
         if (!result)
             m_worker->kill();
         if (pump) {
-            const auto pumped = pump->finish(result ? std::nullopt : std::optional(result.error()));
+            auto fault = result ? std::nullopt : std::optional(result.error());
+            if (m_needsAll)
+                fault->code = ErrorCode::Cancelled; // the other worker sends it all again
+            const auto pumped = pump->finish(fault);
             if (!pumped) {
                 m_worker->kill(); // it may still be filling the rings
                 return pumped;
@@ -246,7 +273,8 @@ private:
     {
         while (true) {
             TRY(m_context.cancel.check());
-            auto answered = m_worker->channel().receive(kTick, 0);
+            const bool mayBeDoneSoon = pump && !pump->isStarted();
+            auto answered = m_worker->channel().receive(mayBeDoneSoon ? kFirstTick : kTick, 0);
             if (!answered)
                 return Error{ErrorCode::DecoderStopped, answered.error().what, answered.error().osError};
             const auto& received = *answered;
@@ -254,18 +282,21 @@ private:
                 m_progress->store(watch.packedBytesRead(), std::memory_order_relaxed);
             if (pump && pump->isBroken())
                 return Error{ErrorCode::Cancelled, "cage: the receiver has stopped"};
+            const bool isDone = received && received->message.type == MessageType::Done;
+            m_needsAll = received && received->message.type == MessageType::NeedPassword
+                && m_libraries == Libraries::Few && (!pump || pump->progress() == 0);
+            if (m_needsAll)
+                return Error{ErrorCode::DecoderStopped, "cage: goes on in a worker with all libraries"};
+            if (isDone) {
+                m_outcome = received->message.error;
+                return {};
+            }
+            if (mayBeDoneSoon)
+                pump->start();
             if (!received) {
                 TRY(watch.check(pump ? pump->progress() : 0));
                 continue;
             }
-            if (received->message.type == MessageType::Done) {
-                m_outcome = received->message.error;
-                return {};
-            }
-            m_needsAll = m_libraries == Libraries::Few && received->message.type == MessageType::NeedPassword
-                && (!pump || pump->progress() == 0);
-            if (m_needsAll)
-                return Error{ErrorCode::DecoderStopped, "cage: goes on in a worker with all libraries"};
             TRY(answer(received->message));
             watch.restart();
         }
@@ -388,7 +419,7 @@ std::string describeCage(const std::string& program)
     if (program.empty())
         return "decoders run unconfined: no worker program, or switched off";
     const auto worker = WorkerProcess::start(program, 1);
-    if (!worker)
+    if (!worker || !(*worker)->awaitConfined())
         return "decoders run unconfined: the worker does not start";
     const auto missing = missingSteps((*worker)->confinement());
     return missing.empty() ? "decoders run confined" : "decoders run confined, but: " + missing;

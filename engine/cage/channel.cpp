@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cerrno>
+#include <memory>
 #include <utility>
 
 #include <poll.h>
@@ -19,6 +20,13 @@ constexpr Error kGone{ErrorCode::DecoderStopped, "cage: the other process is gon
 struct WipedBuffer {
     std::vector<std::byte> bytes;
     ~WipedBuffer() { wipe(bytes.data(), bytes.size()); }
+};
+
+/// Room for any message, of which most fill a few bytes: touched only as far as it is used.
+struct ReceivedBlock {
+    ~ReceivedBlock() { wipe(bytes.get(), length); }
+    std::unique_ptr<std::byte[]> bytes = std::make_unique_for_overwrite<std::byte[]>(kMaxMessage);
+    std::size_t length = 0;
 };
 
 union ControlBuffer {
@@ -85,8 +93,8 @@ Result<std::optional<Received>> Channel::receive(int milliseconds, std::size_t m
     const int ready = milliseconds < 0 ? 1 : ::poll(&wanted, 1, milliseconds);
     if (ready <= 0)
         return std::optional<Received>();
-    WipedBuffer block{std::vector<std::byte>(kMaxMessage)};
-    iovec part{block.bytes.data(), block.bytes.size()};
+    ReceivedBlock block;
+    iovec part{block.bytes.get(), kMaxMessage};
     msghdr header{};
     header.msg_iov = &part;
     header.msg_iovlen = 1;
@@ -103,6 +111,7 @@ Result<std::optional<Received>> Channel::receive(int milliseconds, std::size_t m
         return std::optional<Received>();
     if (length <= 0)
         return kGone;
+    block.length = static_cast<std::size_t>(length);
     Received received;
     for (auto* item = CMSG_FIRSTHDR(&header); item; item = CMSG_NXTHDR(&header, item)) {
         if (item->cmsg_level != SOL_SOCKET || item->cmsg_type != SCM_RIGHTS)
@@ -114,7 +123,7 @@ Result<std::optional<Received>> Channel::receive(int milliseconds, std::size_t m
             received.descriptors.emplace_back(fd);
         }
     }
-    received.message = TRY(parseMessage(ConstBytes(block.bytes).first(static_cast<std::size_t>(length))));
+    received.message = TRY(parseMessage(ConstBytes(block.bytes.get(), block.length)));
     return std::optional(std::move(received));
 }
 

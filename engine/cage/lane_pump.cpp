@@ -59,9 +59,12 @@ Result<void> LanePump::finish(const std::optional<Error>& fault)
     if (fault && fault->code == ErrorCode::Cancelled)
         m_isAbandoned.store(true);
     m_isClosing.store(true);
-    m_ring.interrupt();
-    if (m_thread.joinable())
+    if (m_thread.joinable()) {
+        m_ring.interrupt();
         m_thread.join();
+    } else {
+        run();
+    }
     // A receiver that failed hears nothing more; a worker that lied leaves an entry open, as one that died does.
     if (!m_result && m_result.error().code != ErrorCode::DecoderStopped)
         return m_result;
@@ -177,6 +180,7 @@ Result<void> DataPump::breakOff(const Error& fault)
 
 void Pump::start()
 {
+    m_isStarted = true;
     for (const auto& lane : m_lanes)
         lane->start();
 }

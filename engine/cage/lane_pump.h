@@ -16,8 +16,8 @@ public:
     virtual ~LanePump();
 
     void start();
-    /// Nothing more will come. Without a fault takes what is still in the ring; ends an entry that is open with the
-    /// fault. Returns what stopped the receiver, or the worker's lie.
+    /// Nothing more will come. Takes what is there now where it was not started. Without a fault takes what is still in
+    /// the ring; ends an entry that is open with the fault. Returns what stopped the receiver, or the worker's lie.
     Result<void> finish(const std::optional<Error>& fault);
 
     bool isBroken() const { return m_isBroken.load(std::memory_order_relaxed); }
@@ -93,6 +93,7 @@ class Pump {
 public:
     void add(std::unique_ptr<LanePump> lane) { m_lanes.push_back(std::move(lane)); }
     void start();
+    bool isStarted() const { return m_isStarted; }
     Result<void> finish(const std::optional<Error>& fault);
     bool isBroken() const;
     std::uint64_t progress() const;
@@ -101,6 +102,7 @@ public:
 
 private:
     std::vector<std::unique_ptr<LanePump>> m_lanes;
+    bool m_isStarted = false;
 };
 
 }

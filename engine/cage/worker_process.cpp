@@ -2,7 +2,9 @@
 
 #include "engine/cage/confinement.h"
 
+#include <algorithm>
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <charconv>
 #include <csignal>
@@ -11,6 +13,7 @@
 #include <ctime>
 #include <map>
 #include <mutex>
+#include <vector>
 
 #include <fcntl.h>
 #include <linux/limits.h>
@@ -101,10 +104,13 @@ Result<pid_t> spawn(const std::string& program, const WorkerNeeds& needs, int so
     ::posix_spawn_file_actions_adddup2(&spawn.actions, memory, kWorkerMemory);
     // A process group of its own, so that Ctrl-C on the terminal reaches the parent alone, which then stops us.
     ::posix_spawnattr_setpgroup(&spawn.attributes, 0);
-    sigset_t none;
-    ::sigemptyset(&none);
-    ::posix_spawnattr_setsigmask(&spawn.attributes, &none);
-    ::posix_spawnattr_setflags(&spawn.attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK);
+    sigset_t signals;
+    ::sigemptyset(&signals);
+    ::posix_spawnattr_setsigmask(&spawn.attributes, &signals);
+    ::sigfillset(&signals);
+    ::posix_spawnattr_setsigdefault(&spawn.attributes, &signals); // none of ours is asked for one by one
+    ::posix_spawnattr_setflags(&spawn.attributes,
+                               POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
     auto environment = workerEnvironment();
     std::vector<char*> pointers;
     pointers.reserve(environment.size() + 1);
@@ -137,6 +143,36 @@ Result<std::uint32_t> awaitReady(const Channel& channel)
     return static_cast<std::uint32_t>((*ready)->message.number);
 }
 
+/// Killed workers that nobody waits for: taking a process apart costs as much as listing a small archive.
+class Departed {
+public:
+    static Departed& instance()
+    {
+        static Departed departed;
+        return departed;
+    }
+    void accept() { m_isAccepting = true; }
+    /// False when the process has to be waited for.
+    bool take(pid_t pid)
+    {
+        if (!m_isAccepting)
+            return false;
+        const std::lock_guard lock(m_mutex);
+        m_pids.push_back(pid);
+        return true;
+    }
+    void collect()
+    {
+        const std::lock_guard lock(m_mutex);
+        std::erase_if(m_pids, [](pid_t pid) { return ::waitpid(pid, nullptr, WNOHANG) != 0; });
+    }
+
+private:
+    std::atomic<bool> m_isAccepting{false};
+    std::mutex m_mutex;
+    std::vector<pid_t> m_pids;
+};
+
 /// In the build tree; in an installation, wherever that was moved to; where it was to be installed.
 std::string findWorkerProgram()
 {
@@ -168,6 +204,8 @@ void holdWorkerProgram()
         heldProgram(program);
 }
 
+void leaveWorkersBehind() { Departed::instance().accept(); }
+
 WorkerNeeds workerNeeds(int argc, char** argv)
 {
     WorkerNeeds needs;
@@ -183,6 +221,7 @@ WorkerNeeds workerNeeds(int argc, char** argv)
 Result<std::unique_ptr<WorkerProcess>> WorkerProcess::start(const std::string& program, unsigned lanes,
                                                             const WorkerNeeds& needs)
 {
+    Departed::instance().collect();
     auto area = TRY(SharedArea::create(lanes));
     auto ends = TRY(Channel::makePair());
     auto socket = TRY(awayFromTargets(ends.second.get()));
@@ -191,8 +230,18 @@ Result<std::unique_ptr<WorkerProcess>> WorkerProcess::start(const std::string& p
     std::unique_ptr<WorkerProcess> process(new WorkerProcess(pid, Channel(std::move(ends.first)), std::move(area)));
     socket = Descriptor(); // or we would never see the worker's end close
     ends.second = Descriptor();
-    process->m_confinement = TRY(awaitReady(process->m_channel));
     return process;
+}
+
+Result<void> WorkerProcess::awaitConfined()
+{
+    const auto steps = awaitReady(m_channel);
+    if (!steps) {
+        kill();
+        return steps.error();
+    }
+    m_confinement = *steps;
+    return {};
 }
 
 WorkerProcess::~WorkerProcess() { kill(); }
@@ -225,7 +274,8 @@ void WorkerProcess::kill()
         return;
     ::kill(m_pid, SIGKILL);
     int status = 0;
-    while (::waitpid(m_pid, &status, 0) < 0 && errno == EINTR) {}
+    if (!Departed::instance().take(m_pid))
+        while (::waitpid(m_pid, &status, 0) < 0 && errno == EINTR) {}
     m_isReaped = true;
 }
 

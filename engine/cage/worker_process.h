@@ -36,21 +36,28 @@ std::string workerProgram();
 /// Has workers run the program that is there now, whatever an update puts in its place later.
 void holdWorkerProgram();
 
+/// For a program that ends with its last archive: from now on nobody waits for a killed worker to be gone. What is left
+/// of it is collected when the next one starts, or by the system when the program ends.
+void leaveWorkersBehind();
+
 /// What the worker's command line says; the usual where it says nothing.
 WorkerNeeds workerNeeds(int argc, char** argv);
 
-/// A running worker. Killed and reaped when it goes.
+/// A running worker. Killed when it goes.
 class WorkerProcess {
 public:
-    /// Starts `program` and waits until it is confined.
+    /// Starts `program`. Messages may be sent at once: it reads none before it is confined.
     static Result<std::unique_ptr<WorkerProcess>> start(const std::string& program, unsigned lanes,
                                                         const WorkerNeeds& needs = {});
+    /// Waits until it is confined. What was sent to a worker that turns out to be of another build comes to nothing.
+    Result<void> awaitConfined();
     WorkerProcess(const WorkerProcess&) = delete;
     WorkerProcess& operator=(const WorkerProcess&) = delete;
     ~WorkerProcess();
 
     const Channel& channel() const { return m_channel; }
     SharedArea& area() { return m_area; }
+    /// The steps that it took, once it is confined.
     std::uint32_t confinement() const { return m_confinement; }
     /// Descriptors have been sent to it: its limit, low at the start, is raised when a set of volumes comes near it.
     void handedOver(std::size_t descriptors);

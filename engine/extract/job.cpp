@@ -1,9 +1,9 @@
 #include "engine/extract/job.h"
 
 #include "engine/extract/lane.h"
+#include "engine/io/processors.h"
 
 #include <algorithm>
-#include <thread>
 
 namespace vantoro {
 
@@ -14,7 +14,7 @@ constexpr unsigned kMostLanes = 16;
 
 unsigned laneCount(const ExtractOptions& options)
 {
-    const auto wished = options.lanes > 0 ? options.lanes : std::thread::hardware_concurrency();
+    const auto wished = options.lanes > 0 ? options.lanes : processorCount();
     return std::clamp(wished, 1U, kMostLanes);
 }
 

@@ -112,8 +112,11 @@ void OrphanFile::remember(const std::string& path)
         file.emplace(m_path, O_RDWR | O_CREAT);
     }
     const auto end = *file ? ::lseek(file->get(), 0, SEEK_END) : -1;
-    if (end < 0 || !writeAll(file->get(), path + "\n", end) || ::fdatasync(file->get()) != 0)
+    if (end < 0 || !writeAll(file->get(), path + "\n", end))
         return; // the extraction matters more than the sweep after a crash
+    // Sent to the disk and not waited for: the folder is not there sooner either, and waiting would take longer than
+    // extracting a small archive.
+    ::sync_file_range(file->get(), end, 0, SYNC_FILE_RANGE_WRITE);
 }
 
 void OrphanFile::forget(const std::string& path)

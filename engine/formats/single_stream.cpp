@@ -1,7 +1,8 @@
 #include "engine/formats/single_stream.h"
 
+#include "engine/io/processors.h"
+
 #include <algorithm>
-#include <thread>
 
 namespace vantoro {
 
@@ -60,8 +61,7 @@ public:
         auto& lane = lanes.lane(0);
         if (TRY(lane.begin(m_entry)) == LaneReceiver::Want::Skip)
             return {};
-        StreamParams params{std::max(1U, std::thread::hardware_concurrency()), m_limits, m_cancel,
-                            request.packedBytesRead};
+        StreamParams params{processorCount(), m_limits, m_cancel, request.packedBytesRead};
         auto stream = m_row.open(m_source, params);
         if (!stream)
             return lane.end(stream.error());
