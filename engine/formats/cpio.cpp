@@ -1,18 +1,13 @@
 #include "engine/formats/cpio.h"
 
 #include "engine/formats/cpio_walker.h"
+#include "engine/formats/sequential_archive.h"
 
 #include <algorithm>
 
 namespace vantoro {
 
 namespace {
-
-bool stopsAtOnce(const Error& error)
-{
-    return error.code == ErrorCode::Cancelled || error.code == ErrorCode::OutOfMemory
-        || error.code == ErrorCode::Internal || error.code == ErrorCode::LimitExceeded;
-}
 
 /// Views into `member`.
 Entry describe(const CpioMember& member)
@@ -30,19 +25,12 @@ Entry describe(const CpioMember& member)
     return entry;
 }
 
-class CpioArchive final : public Archive {
+class CpioArchive final : public SequentialArchive {
 public:
     CpioArchive(SourcePtr source, StreamFactory stream, const OpenContext& context)
-        : m_source(std::move(source))
-        , m_stream(std::move(stream))
-        , m_cancel(context.cancel)
-        , m_limits(context.limits)
+        : SequentialArchive("cpio", std::move(source), std::move(stream), context)
     {
-        m_info.format = "cpio";
-        m_info.listsCheaply = m_source != nullptr;
     }
-
-    const ArchiveInfo& info() const override { return m_info; }
 
     Result<void> list(EntryVisitor& visitor) override
     {
@@ -69,28 +57,24 @@ private:
     /// the input can be read no further.
     template <class F> Result<void> walk(std::atomic<std::uint64_t>* counter, F&& step)
     {
-        m_info.damage.reset();
-        m_info.firstDoubtfulEntry.reset();
-        const auto input = m_source ? std::make_unique<EntryInput>(m_source, counter, m_cancel)
-                                    : std::make_unique<EntryInput>(TRY(m_stream()), m_cancel);
-        CpioWalker walker(*input, m_limits);
+        const auto input = TRY(openInput(counter));
+        CpioWalker walker(*input, limits());
         std::uint64_t count = 0;
+        const auto endWith = [&](const Error& error) -> Result<void> {
+            return error.code == ErrorCode::LimitExceeded ? error : endWithFault(error, *input, count);
+        };
         for (;;) {
-            TRY(m_cancel.check());
+            TRY(cancel().check());
             const auto members = walker.next();
             if (!members)
-                return endWithFault(members.error(), *input, count);
+                return endWith(members.error());
             if (members->empty())
-                break;
+                return finish(*input, count);
             count += members->size();
             const auto fault = TRY(step(walker, *members));
             if (!fault)
-                return endWithFault(fault.error(), *input, count);
+                return endWith(fault.error());
         }
-        if (m_source)
-            return {};
-        const auto drained = input->drain(); // so that the checksum of what is around the archive is met
-        return drained ? drained : endWithFault(drained.error(), *input, count);
     }
 
     /// The data go to the first name that is wanted; the others become links to it.
@@ -148,25 +132,6 @@ private:
         // A wrong sum is this entry's alone.
         return fault || fault.error().code == ErrorCode::ChecksumMismatch ? Result<void>() : fault;
     }
-
-    /// The bytes cannot be read any further. What was delivered stays, as far as it can be trusted.
-    Result<void> endWithFault(const Error& error, const EntryInput& input, std::uint64_t entries)
-    {
-        if (stopsAtOnce(error) || (entries == 0 && error.code != ErrorCode::TrailingData))
-            return error;
-        m_info.damage = error;
-        const bool castsDoubt = error.code == ErrorCode::ChecksumMismatch || error.code == ErrorCode::Corrupt
-            || error.code == ErrorCode::SizeMismatch;
-        if (!m_source && castsDoubt && input.trustedEntries() < entries)
-            m_info.firstDoubtfulEntry = input.trustedEntries();
-        return {};
-    }
-
-    SourcePtr m_source; // one of the two
-    StreamFactory m_stream;
-    CancelToken m_cancel;
-    Limits m_limits;
-    ArchiveInfo m_info;
 };
 
 Match probeCpio(const ProbeInput& input)

@@ -1,5 +1,6 @@
 #include "engine/formats/tar.h"
 
+#include "engine/formats/sequential_archive.h"
 #include "engine/formats/tar_walker.h"
 
 #include <algorithm>
@@ -42,48 +43,27 @@ private:
     std::vector<ExtendedAttribute> m_attributes;
 };
 
-/// Faults that leave what came before in doubt: a check over many bytes, or data that cannot be decoded. Bytes that
-/// merely end too early do not.
-bool castsDoubt(const Error& error)
-{
-    return error.code == ErrorCode::ChecksumMismatch || error.code == ErrorCode::Corrupt
-        || error.code == ErrorCode::SizeMismatch;
-}
-
-bool stopsAtOnce(const Error& error)
-{
-    return error.code == ErrorCode::Cancelled || error.code == ErrorCode::OutOfMemory
-        || error.code == ErrorCode::Internal;
-}
-
-class TarArchive final : public Archive {
+class TarArchive final : public SequentialArchive {
 public:
     TarArchive(SourcePtr source, StreamFactory stream, const OpenContext& context)
-        : m_source(std::move(source))
-        , m_stream(std::move(stream))
-        , m_cancel(context.cancel)
-        , m_limits(context.limits)
+        : SequentialArchive("tar", std::move(source), std::move(stream), context)
     {
-        m_info.format = "tar";
-        m_info.listsCheaply = m_source != nullptr;
     }
-
-    const ArchiveInfo& info() const override { return m_info; }
 
     Result<void> list(EntryVisitor& visitor) override
     {
         auto input = TRY(openInput(nullptr));
-        TarWalker walker(*input, m_limits, m_cancel);
+        TarWalker walker(*input, limits(), cancel());
         EntryView view;
         TarMember member;
         std::uint64_t index = 0;
         for (;;) {
             const auto more = walker.next(member);
             if (!more)
-                return endWithFault(more.error(), walker, *input, index);
+                return endWithFault(more.error(), *input, index, walker.damage());
             if (!*more)
-                return finish(walker, *input, index);
-            if (index == m_limits.entries)
+                return finish(*input, index, walker.damage());
+            if (index == limits().entries)
                 return Error{ErrorCode::LimitExceeded, "tar: number of entries"};
             TRY(visitor.visit(view.show(member, index++)));
         }
@@ -92,7 +72,7 @@ public:
     Result<void> read(const ReadRequest& request, Lanes& lanes) override
     {
         auto input = TRY(openInput(request.packedBytesRead));
-        TarWalker walker(*input, m_limits, m_cancel);
+        TarWalker walker(*input, limits(), cancel());
         EntryView view;
         TarMember member;
         auto& lane = lanes.lane(0);
@@ -100,13 +80,13 @@ public:
         std::uint64_t index = 0;
         for (;;) {
             // Without a checksum around it nothing behind the last chosen entry matters.
-            if (m_source && request.selection && chosen == request.selection->size())
+            if (!isStream() && request.selection && chosen == request.selection->size())
                 return {};
             const auto more = walker.next(member);
             if (!more)
-                return endWithFault(more.error(), walker, *input, index);
+                return endWithFault(more.error(), *input, index, walker.damage());
             if (!*more)
-                return finish(walker, *input, index);
+                return finish(*input, index, walker.damage());
             const auto current = index++;
             if (request.selection) {
                 if (chosen == request.selection->size() || (*request.selection)[chosen] != current)
@@ -115,7 +95,7 @@ public:
             }
             const auto fault = TRY(readMember(walker, view.show(member, current), member, lane));
             if (!fault && fault.error().code != ErrorCode::EntryRefused && !member.fault)
-                return endWithFault(fault.error(), walker, *input, index);
+                return endWithFault(fault.error(), *input, index, walker.damage());
         }
     }
 
@@ -136,44 +116,6 @@ private:
         TRY(lane.end(fault));
         return fault;
     }
-
-    Result<std::unique_ptr<EntryInput>> openInput(std::atomic<std::uint64_t>* counter)
-    {
-        m_info.damage.reset();
-        m_info.firstDoubtfulEntry.reset();
-        if (m_source)
-            return std::make_unique<EntryInput>(m_source, counter, m_cancel);
-        return std::make_unique<EntryInput>(TRY(m_stream()), m_cancel);
-    }
-
-    /// At the end mark: reads what is left of a stream, so that its checksum is met.
-    Result<void> finish(const TarWalker& walker, EntryInput& input, std::uint64_t entries)
-    {
-        if (!m_source) {
-            if (const auto drained = input.drain(); !drained)
-                return endWithFault(drained.error(), walker, input, entries);
-        }
-        m_info.damage = walker.damage();
-        return {};
-    }
-
-    /// The bytes cannot be read any further. What was delivered stays, as far as it can be trusted.
-    Result<void> endWithFault(const Error& error, const TarWalker& walker, const EntryInput& input,
-                              std::uint64_t entries)
-    {
-        if (stopsAtOnce(error) || (entries == 0 && error.code != ErrorCode::TrailingData))
-            return error;
-        m_info.damage = walker.damage() ? *walker.damage() : error;
-        if (!m_source && castsDoubt(error) && input.trustedEntries() < entries)
-            m_info.firstDoubtfulEntry = input.trustedEntries();
-        return {};
-    }
-
-    SourcePtr m_source; // one of the two
-    StreamFactory m_stream;
-    CancelToken m_cancel;
-    Limits m_limits;
-    ArchiveInfo m_info;
 };
 
 bool isNamedTar(std::string_view name)
