@@ -5,6 +5,8 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QScreen>
+#include <QScrollArea>
+#include <QVBoxLayout>
 #include <QWindow>
 
 namespace vantoro {
@@ -51,6 +53,19 @@ AppWindow::AppWindow(Escape escape) : m_escape(escape) {}
 void AppWindow::bringToFront() { bringWindowToFront(*this); }
 
 void AppWindow::resizeWithinScreen(QSize wanted) { resize(sizeWithinScreen(*this, wanted)); }
+
+QScrollArea* AppWindow::fillWith(QWidget* content)
+{
+    auto* scroll = new QScrollArea(this);
+    scroll->setWidget(content);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    auto* whole = new QVBoxLayout(this);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(scroll);
+    return scroll;
+}
 
 void AppWindow::keyPressEvent(QKeyEvent* event)
 {

@@ -4,6 +4,7 @@
 
 class QAbstractButton;
 class QMenu;
+class QScrollArea;
 
 namespace vantoro {
 
@@ -19,6 +20,8 @@ public:
     void resizeWithinScreen(QSize wanted);
 
 protected:
+    /// Makes `content` all that the window shows; it scrolls where the window is lower.
+    QScrollArea* fillWith(QWidget* content);
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
 

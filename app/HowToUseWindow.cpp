@@ -1,7 +1,5 @@
 #include "app/HowToUseWindow.h"
 
-#include "app/SettingsCard.h"
-
 #include "widgets/ColoredView.h"
 #include "widgets/Icons.h"
 #include "widgets/Theme.h"
@@ -10,7 +8,6 @@
 #include <QLabel>
 #include <QPainter>
 #include <QPainterPath>
-#include <QScrollArea>
 #include <QStyle>
 
 namespace vantoro {
@@ -106,23 +103,14 @@ HowToUseWindow::HowToUseWindow() : AppWindow(Escape::Closes)
             tr("Vantoro goes on running when its windows are closed. Its icon in the tray brings them back, and Quit "
                "ends it."));
     column->addStretch(1);
-    auto* scroll = new QScrollArea(this);
-    scroll->setWidget(content);
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    auto* whole = new QVBoxLayout(this);
-    whole->setContentsMargins(0, 0, 0, 0);
-    whole->addWidget(scroll);
+    fillWith(content);
     resizeWithinScreen({kUsualWidth, column->totalHeightForWidth(kUsualWidth)}); // all steps at once
 }
 
 void HowToUseWindow::addStep(QVBoxLayout* column, const QStringList& pictures, const QString& title,
                              const QString& text)
 {
-    auto* card = new ColoredView(this);
-    card->setRadius(theme::kRadiusCard);
-    card->setBordered(true);
+    auto* card = ColoredView::card(this);
     auto* name = new QLabel(title, card);
     name->setFont(theme::font(theme::Type::BodyStrong, font()));
     auto* words = new QVBoxLayout;

@@ -82,9 +82,7 @@ QTreeWidget* makeTable(const QStringList& headings, const QString& name)
 
 QWidget* cardWith(QWidget* table, QWidget* parent)
 {
-    auto* card = new ColoredView(parent);
-    card->setRadius(theme::kRadiusCard);
-    card->setBordered(true);
+    auto* card = ColoredView::card(parent);
     auto* inside = new QVBoxLayout(card);
     inside->setContentsMargins(theme::kSpaceXs, theme::kSpaceXs, theme::kSpaceXs, theme::kSpaceXs);
     inside->addWidget(table);

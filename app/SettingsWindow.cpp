@@ -75,15 +75,7 @@ SettingsWindow::SettingsWindow(AppDelegate& delegate)
     auto* centre = new QHBoxLayout(content);
     centre->setContentsMargins(0, 0, 0, 0);
     centre->addWidget(middle);
-    auto* scroll = new QScrollArea(this);
-    scroll->setWidget(content);
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    auto* whole = new QVBoxLayout(this);
-    whole->setContentsMargins(0, 0, 0, 0);
-    whole->addWidget(scroll);
+    fillWith(content)->setFocusPolicy(Qt::NoFocus);
     resizeWithinScreen(kUsualSize);
 }
 

@@ -6,7 +6,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
-#include <QScrollArea>
 
 namespace vantoro {
 namespace {
@@ -54,14 +53,7 @@ ShortcutsWindow::ShortcutsWindow(const std::vector<ShortcutRow>& everywhere, con
     column->addSpacing(theme::kSpaceM);
     addGroup(column, tr("On the pages"), pages);
     column->addStretch(1);
-    auto* scroll = new QScrollArea(this);
-    scroll->setWidget(content);
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    auto* whole = new QVBoxLayout(this);
-    whole->setContentsMargins(0, 0, 0, 0);
-    whole->addWidget(scroll);
+    fillWith(content);
     resizeWithinScreen(kUsualSize);
 }
 
@@ -70,9 +62,7 @@ void ShortcutsWindow::addGroup(QVBoxLayout* column, const QString& heading, cons
     auto* title = new QLabel(heading, this);
     title->setFont(theme::font(theme::Type::BodyStrong, font()));
     column->addWidget(title);
-    auto* card = new ColoredView(this);
-    card->setRadius(theme::kRadiusCard);
-    card->setBordered(true);
+    auto* card = ColoredView::card(this);
     auto* lines = new QVBoxLayout(card);
     lines->setContentsMargins(theme::kSpaceL, theme::kSpaceS, theme::kSpaceL, theme::kSpaceS);
     lines->setSpacing(0);

@@ -65,9 +65,7 @@ KXArchiveContentsViewController::KXArchiveContentsViewController(BrowserHost& ho
 QWidget* KXArchiveContentsViewController::makeContentsView()
 {
     auto* contents = new QWidget(this);
-    auto* card = new ColoredView(contents);
-    card->setRadius(theme::kRadiusCard);
-    card->setBordered(true);
+    auto* card = ColoredView::card(contents);
     auto* inside = new QVBoxLayout(card);
     inside->setContentsMargins(theme::kSpaceXs, theme::kSpaceXs, theme::kSpaceXs, theme::kSpaceXs);
     inside->addWidget(m_outlineView);

@@ -25,9 +25,7 @@ ReportWindow::ReportWindow(QWidget* parent)
     m_text->setAccessibleName(tr("Files that were refused or damaged"));
     m_text->setFrameShape(QFrame::NoFrame);
     m_text->setTabChangesFocus(true);
-    auto* card = new ColoredView(this);
-    card->setRadius(theme::kRadiusCard);
-    card->setBordered(true);
+    auto* card = ColoredView::card(this);
     auto* inside = new QVBoxLayout(card);
     inside->setContentsMargins(theme::kSpaceS, theme::kSpaceS, theme::kSpaceXs, theme::kSpaceS);
     inside->addWidget(m_text);

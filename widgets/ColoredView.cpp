@@ -8,6 +8,14 @@ namespace vantoro {
 
 ColoredView::ColoredView(QWidget* parent) : QWidget(parent) {}
 
+ColoredView* ColoredView::card(QWidget* parent)
+{
+    auto* card = new ColoredView(parent);
+    card->setRadius(theme::kRadiusCard);
+    card->setBordered(true);
+    return card;
+}
+
 void ColoredView::setColor(const QColor& color)
 {
     m_color = color;

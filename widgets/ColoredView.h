@@ -11,6 +11,8 @@ class ColoredView : public QWidget {
 
 public:
     explicit ColoredView(QWidget* parent = nullptr);
+    /// The ground of a group of things.
+    static ColoredView* card(QWidget* parent);
 
     void setColor(const QColor& color);
     /// Instead of a colour: a shade off the palette's surface.

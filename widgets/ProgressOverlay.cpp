@@ -74,7 +74,7 @@ void ProgressOverlay::Work::setDetail(const QString& text)
 ProgressOverlay::ProgressOverlay(QWidget* parent)
     : QWidget(parent)
     , m_shared(std::make_shared<Shared>())
-    , m_card(new ColoredView(this))
+    , m_card(ColoredView::card(this))
     , m_spinner(new SpinningIndicator(m_card))
     , m_bar(new SmoothProgressBar(m_card))
     , m_glyph(new QLabel(m_card))
@@ -85,8 +85,6 @@ ProgressOverlay::ProgressOverlay(QWidget* parent)
     m_shared->overlay = this;
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(tr("Working"));
-    m_card->setRadius(theme::kRadiusCard);
-    m_card->setBordered(true);
     m_spinner->setFixedSize(kSpinnerEdge, kSpinnerEdge);
     m_label->setWordWrap(true);
     m_label->setAlignment(Qt::AlignCenter);
