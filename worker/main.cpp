@@ -2,6 +2,7 @@
 #include "engine/cage/confinement.h"
 #include "engine/cage/worker.h"
 #include "engine/cage/worker_process.h"
+#include "engine/io/batch_thread.h"
 #include "engine/io/late_library.h"
 #include "engine/preload.h"
 #include "engine/registry.h"
@@ -40,9 +41,10 @@ vantoro::Result<vantoro::ArchivePtr> openForCertain(const vantoro::SourcePtr& so
 
 int main(int argc, char** argv)
 {
-    // One arena a thread would use up the address space that the limits leave.
     ::prctl(PR_SET_NAME, "vantoro-worker"); // it may have been started by a descriptor
+    // One arena a thread would use up the address space that the limits leave.
     ::mallopt(M_ARENA_MAX, 2);
+    vantoro::becomeBatchThread();
     ::tzset();
     const auto needs = vantoro::cage::workerNeeds(argc, argv);
     preload(needs.libraries);

@@ -1,5 +1,7 @@
 #include "engine/cage/lane_pump.h"
 
+#include "engine/io/batch_thread.h"
+
 #include <algorithm>
 
 namespace vantoro::cage {
@@ -19,7 +21,10 @@ LanePump::~LanePump()
 
 void LanePump::start()
 {
-    m_thread = std::thread([this] { run(); });
+    m_thread = std::thread([this] {
+        becomeBatchThread();
+        run();
+    });
 }
 
 void LanePump::run()

@@ -2,7 +2,7 @@
 
 namespace vantoro {
 
-Result<void> EntrySink::begin(FilePlan plan)
+Result<void> EntrySink::begin(FilePlan&& plan)
 {
     TRY(m_observer.stillWanted());
     const auto opened = m_writer.open(std::move(plan));

@@ -20,7 +20,7 @@ class EntrySink {
 public:
     EntrySink(FileWriter& writer, SinkObserver& observer) : m_writer(writer), m_observer(observer) {}
 
-    Result<void> begin(FilePlan plan);
+    Result<void> begin(FilePlan&& plan);
     Result<void> data(ConstBytes block);
     Result<void> hole(std::uint64_t length);
     Result<void> end(const Result<void>& outcome);

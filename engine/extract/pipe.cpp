@@ -53,7 +53,7 @@ void Pipe::work()
         const auto done = hasFailed ? Result<void>() : guarded([&] { return perform(*block); });
         block->used = 0;
         block->steps.clear();
-        block->plans.clear();
+        block->planCount = 0;
         lock.lock();
         if (!done && m_failure)
             m_failure = done;
@@ -66,11 +66,11 @@ void Pipe::work()
 Result<void> Pipe::perform(Block& block)
 {
     std::size_t at = 0;
+    auto* plan = block.plans.data();
     for (auto& step : block.steps) {
         switch (step.kind) {
         case Step::Kind::Begin:
-            TRY(m_sink.begin(std::move(block.plans.front())));
-            block.plans.pop_front();
+            TRY(m_sink.begin(std::move(*plan++)));
             break;
         case Step::Kind::Data:
             TRY(m_sink.data({block.memory.get() + at, static_cast<std::size_t>(step.length)}));
@@ -106,14 +106,16 @@ Pipe::Block& Pipe::current()
 
 Result<void> Pipe::flush()
 {
-    const std::lock_guard lock(m_mutex);
-    if (m_current) {
-        m_full.push_back(std::move(m_current));
-        m_isBehind.store(true, std::memory_order_relaxed);
-        m_isIdle.store(false, std::memory_order_relaxed);
-        m_filled.notify_one();
-    }
-    return m_failure;
+    std::unique_lock lock(m_mutex);
+    if (!m_current)
+        return m_failure;
+    m_full.push_back(std::move(m_current));
+    m_isBehind.store(true, std::memory_order_relaxed);
+    m_isIdle.store(false, std::memory_order_relaxed);
+    const auto failure = m_failure;
+    lock.unlock(); // or the writer would wake up to wait for it
+    m_filled.notify_one();
+    return failure;
 }
 
 Result<void> Pipe::flushIfWriterIdles()
@@ -132,10 +134,14 @@ Result<void> Pipe::add(Step step)
     return {};
 }
 
-Result<void> Pipe::begin(FilePlan plan)
+Result<void> Pipe::begin(FilePlan&& plan)
 {
     TRY(add({Step::Kind::Begin, 0, {}}));
-    current().plans.push_back(std::move(plan));
+    auto& block = current();
+    if (block.planCount == block.plans.size())
+        block.plans.emplace_back();
+    // What the old plan owned goes back to the thread that made it: freed elsewhere, the two would wait for each other.
+    std::swap(block.plans[block.planCount++], plan);
     return {};
 }
 

@@ -20,7 +20,7 @@ public:
     Pipe(const Pipe&) = delete;
     Pipe& operator=(const Pipe&) = delete;
 
-    Result<void> begin(FilePlan plan);
+    Result<void> begin(FilePlan&& plan);
     Bytes room(std::size_t least);
     Result<void> data(ConstBytes block);
     Result<void> hole(std::uint64_t length);
@@ -44,7 +44,8 @@ private:
         std::unique_ptr<std::byte[]> memory;
         std::size_t used = 0;
         std::vector<Step> steps;
-        std::deque<FilePlan> plans; ///< one for each Begin
+        std::vector<FilePlan> plans; ///< one for each Begin; those behind planCount keep their memory for the next
+        std::size_t planCount = 0;
     };
     using BlockPtr = std::unique_ptr<Block>;
 
