@@ -3,6 +3,7 @@
 #include "engine/extract/job.h"
 #include "engine/extract/safe_name.h"
 #include "engine/extract/survey.h"
+#include "engine/io/batch_thread.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -76,6 +77,7 @@ public:
         std::thread worker;
         try {
             worker = std::thread([&] {
+                becomeBatchThread();
                 outcome = guarded([&] { return work(); });
                 m_mailbox.close();
             });
@@ -101,16 +103,12 @@ private:
         if (m_listed)
             TRY(guard.declared(m_declaredBytes, m_chosen));
         Placer placer(TRY(m_workspace->root()));
-        const auto outcome = fill(placer, guard);
-        if (!outcome && m_workspace->writesInPlace())
-            placer.removeEmptyFolders();
-        return outcome;
+        return fill(placer, guard);
     }
 
     Result<void> fill(Placer& placer, BombGuard& guard)
     {
         WriterSettings settings;
-        settings.hiddenFolder = m_workspace->hiddenFiles();
         settings.originUrl = m_facts.originUrl;
         settings.keepsBroken = m_options.keepBroken;
         settings.reservesSpace = !m_workspace->isInMemory();
@@ -302,11 +300,11 @@ private:
         // Folders alone are no result of a failure.
         if (isEmpty && m_report.problemCount > 0)
             return read ? m_report.problems.front().error : read.error();
-        if (m_workspace->writesInPlace())
-            return {};
         const auto top = placer.topItems();
         if (top.empty())
             return {};
+        if (m_options.folder == FolderMode::Never)
+            return moveAll(placer, top);
         TRY(m_workspace->flush(m_cancel));
         TRY(m_cancel.check());
         m_report.wasSolo = m_options.folder == FolderMode::Auto && top.size() == 1;
@@ -314,6 +312,15 @@ private:
         if (m_ending == Ending::InHiddenFolder)
             m_workspace->keep();
         return {};
+    }
+
+    Result<void> moveAll(Placer& placer, std::span<const NodeId> top)
+    {
+        std::vector<Workspace::RootItem> items;
+        items.reserve(top.size());
+        for (const auto item : top)
+            items.push_back({placer.diskNameOf(item), placer.kindOf(item) == NodeKind::Folder});
+        return m_workspace->moveItems(items);
     }
 
     Result<std::string> moveSolo(Placer& placer, NodeId item)

@@ -24,7 +24,7 @@ bool isNameRefused(int reason) { return reason == EINVAL || reason == EILSEQ || 
 
 }
 
-Result<void> FileWriter::open(FilePlan plan)
+Result<void> FileWriter::open(FilePlan&& plan)
 {
     m_plan = std::move(plan);
     m_size = 0;
@@ -39,19 +39,12 @@ Result<void> FileWriter::open(FilePlan plan)
 Result<void> FileWriter::create()
 {
     const auto mode = m_plan.traits.hasMode ? (m_plan.traits.mode | 0600U) : kFileMode;
-    m_isUnnamed = isHidden() && createUnnamed(mode);
-    if (m_isUnnamed)
-        return {};
-    if (isHidden())
-        m_hiddenName = std::to_string(m_settings.nextHiddenName.fetch_add(1, std::memory_order_relaxed));
     for (unsigned attempt = 0; attempt < kMostNumbers; ++attempt) {
-        m_file
-            = UniqueFd(::openat(folder(), name().c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
+        m_file = UniqueFd(::openat(m_plan.folder->get(), m_plan.name.c_str(),
+                                   O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
         if (m_file)
             return {};
-        if (errno == EEXIST && isHidden())
-            m_hiddenName = std::to_string(m_settings.nextHiddenName.fetch_add(1));
-        else if (errno == EEXIST)
+        if (errno == EEXIST)
             m_plan.name = m_placer.takeNextName(m_plan.node);
         else if (errno == ENAMETOOLONG && m_plan.name.size() > kShortName)
             m_plan.name = m_placer.shortenName(m_plan.node, kShortName);
@@ -61,17 +54,6 @@ Result<void> FileWriter::create()
             return destinationError(errno, "create a file");
     }
     return Error{ErrorCode::WriteFailed, "no free name for a file", EEXIST};
-}
-
-/// One entry in a folder to make, instead of one to make, one to take away and one to make anew.
-bool FileWriter::createUnnamed(mode_t mode)
-{
-    if (m_settings.keepsBroken || !m_settings.hasUnnamedFiles.load(std::memory_order_relaxed))
-        return false;
-    m_file = UniqueFd(::openat(m_plan.folder->get(), ".", O_WRONLY | O_TMPFILE | O_CLOEXEC, mode));
-    if (!m_file)
-        m_settings.hasUnnamedFiles.store(false, std::memory_order_relaxed);
-    return static_cast<bool>(m_file);
 }
 
 void FileWriter::setAttributes()
@@ -150,72 +132,20 @@ Result<void> FileWriter::seal()
 
 Result<void> FileWriter::finish()
 {
-    TRY(m_isUnnamed ? finishUnnamed() : finishNamed());
-    m_placed.push_back(m_plan.node);
-    return {};
-}
-
-Result<void> FileWriter::finishNamed()
-{
     if (const auto sealed = seal(); !sealed) {
         (void)unlink();
         return sealed;
     }
-    return isHidden() ? moveIntoPlace() : Result<void>();
-}
-
-Result<void> FileWriter::finishUnnamed()
-{
-    TRY(complete());
-    TRY(moveIntoPlace());
-    m_isUnnamed = false;
-    const auto closed = m_file.close();
-    if (!closed)
-        ::unlinkat(m_plan.folder->get(), m_plan.name.c_str(), 0);
-    return closed;
-}
-
-/// An errno, or 0. Nothing that has the name already is touched.
-int FileWriter::takeName()
-{
-    const int to = m_plan.folder->get();
-    if (!m_isUnnamed)
-        return renameNoReplace(m_settings.hiddenFolder, m_hiddenName.c_str(), to, m_plan.name.c_str());
-    if (m_linksDescriptors && ::linkat(m_file.get(), "", to, m_plan.name.c_str(), AT_EMPTY_PATH) == 0)
-        return 0;
-    if (m_linksDescriptors && errno != ENOENT && errno != EPERM)
-        return errno;
-    m_linksDescriptors = false; // older kernels let only the administrator do it
-    const auto path = "/proc/self/fd/" + std::to_string(m_file.get());
-    return ::linkat(AT_FDCWD, path.c_str(), to, m_plan.name.c_str(), AT_SYMLINK_FOLLOW) == 0 ? 0 : errno;
-}
-
-Result<void> FileWriter::moveIntoPlace()
-{
-    for (unsigned attempt = 0; attempt < kMostNumbers; ++attempt) {
-        const int reason = takeName();
-        if (reason == 0)
-            return {};
-        if (reason == EEXIST) {
-            m_plan.name = m_placer.takeNextName(m_plan.node);
-        } else if (reason == ENAMETOOLONG && m_plan.name.size() > kShortName) {
-            m_plan.name = m_placer.shortenName(m_plan.node, kShortName);
-        } else {
-            (void)unlink();
-            return isNameRefused(reason) ? Error{ErrorCode::UnsafeName, "name a file", reason}
-                                         : destinationError(reason, "move a file into place");
-        }
-    }
-    return Error{ErrorCode::WriteFailed, "no free name for a file", EEXIST};
+    m_placed.push_back(m_plan.node);
+    return {};
 }
 
 Result<void> FileWriter::unlink()
 {
-    if (std::exchange(m_isUnnamed, false)) {
-        m_file.reset();
-        return {};
-    }
-    if (::unlinkat(folder(), name().c_str(), 0) != 0 && errno != ENOENT && ::unlinkat(folder(), name().c_str(), 0) != 0)
+    const int folder = m_plan.folder->get();
+    const auto* const name = m_plan.name.c_str();
+    if (::unlinkat(folder, name, 0) != 0 && errno != ENOENT
+        && ::unlinkat(folder, name, 0) != 0) // an interrupted call is worth a second try
         return destinationError(errno, "remove a damaged file");
     return {};
 }
@@ -229,7 +159,8 @@ Result<void> FileWriter::discard()
         return unlink();
     }
     TRY(seal());
-    m_placer.setKeptBroken(m_plan.node, TRY(renameToDamaged(folder(), name(), m_plan.name, m_plan.folder->get())));
+    m_placer.setKeptBroken(m_plan.node,
+                           TRY(renameToDamaged(m_plan.folder->get(), m_plan.name, m_plan.name, m_plan.folder->get())));
     return {};
 }
 

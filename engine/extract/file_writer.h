@@ -7,14 +7,9 @@ namespace vantoro {
 
 /// What all files of a job have in common.
 struct WriterSettings {
-    /// Files get their names when they are whole; made here where the file system knows none without a name. -1: made
-    /// where they belong.
-    int hiddenFolder = -1;
     std::string originUrl; ///< mark of the archive that every file inherits; empty: none
     bool keepsBroken = false;
     bool reservesSpace = false; ///< the file system gains from fallocate
-    std::atomic<unsigned> nextHiddenName{0};
-    std::atomic<bool> hasUnnamedFiles{true}; ///< until the file system says otherwise
 };
 
 /// Writes one file after another: created with its final mode, written, dated, closed. One thread.
@@ -31,7 +26,7 @@ public:
     FileWriter& operator=(const FileWriter&) = delete;
 
     /// UnsafeName when the file system does not take such a name: the entry is lost, the job goes on.
-    Result<void> open(FilePlan plan);
+    Result<void> open(FilePlan&& plan);
     Result<void> write(ConstBytes block);
     Result<void> hole(std::uint64_t length);
     /// The file is whole.
@@ -54,32 +49,21 @@ public:
 
 private:
     Result<void> create();
-    bool createUnnamed(mode_t mode);
     Result<void> reserve(std::uint64_t upTo);
     void setAttributes();
     Result<void> seal();
     Result<void> complete();
-    Result<void> finishNamed();
-    Result<void> finishUnnamed();
-    Result<void> moveIntoPlace();
-    int takeName();
     Result<void> unlink();
-    bool isHidden() const { return m_settings.hiddenFolder >= 0; }
-    int folder() const { return isHidden() ? m_settings.hiddenFolder : m_plan.folder->get(); }
-    const std::string& name() const { return isHidden() ? m_hiddenName : m_plan.name; }
 
     Placer& m_placer;
     BombGuard& m_guard;
     WriterSettings& m_settings;
     FilePlan m_plan;
-    std::string m_hiddenName;
     std::vector<NodeId> m_placed;
     UniqueFd m_file;
     std::uint64_t m_size = 0;
     std::uint64_t m_reserved = 0;
     bool m_endsInHole = false;
-    bool m_linksDescriptors = true;
-    bool m_isUnnamed = false; ///< nobody sees the file, and it is gone when it is closed
 };
 
 }

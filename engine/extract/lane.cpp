@@ -132,7 +132,7 @@ Result<LaneReceiver::Want> Lane::placeFork(const Entry& entry, Components name)
     return startFile(entry, std::move(plan));
 }
 
-Result<LaneReceiver::Want> Lane::startFile(const Entry& entry, FilePlan plan)
+Result<LaneReceiver::Want> Lane::startFile(const Entry& entry, FilePlan&& plan)
 {
     plan.traits = traitsOf(entry);
     plan.size = entry.size;

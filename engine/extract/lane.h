@@ -29,7 +29,7 @@ private:
     Result<Want> placeFolder(const Entry& entry, Components name);
     Result<Want> placeLink(const Entry& entry, Components name);
     Result<Want> placeHardLink(const Entry& entry, Components name);
-    Result<Want> startFile(const Entry& entry, FilePlan plan);
+    Result<Want> startFile(const Entry& entry, FilePlan&& plan);
     Result<Want> refused(EntryNote note, const Error& error);
     Result<void> endTarget(const Result<void>& outcome);
     Result<void> setTarget(std::string_view target, CharsetId charset, PathStyle style);

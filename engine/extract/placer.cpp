@@ -25,6 +25,10 @@ std::uint32_t shortEntry(std::uint64_t entry)
 
 NodeId Placer::addNode(NodeId parent, std::string_view name, NodeKind kind, std::uint64_t entry)
 {
+    if (kind != NodeKind::File) { // may hide a folder of that name
+        m_latestFolders.clear();
+        m_latestFolder = kRootNode;
+    }
     const bool isTaken = m_tree.find(parent, name) != kNoNode;
     const auto node = m_tree.add(parent, name, kind, shortEntry(entry));
     if (name.size() > kMostNameBytes) {
@@ -121,11 +125,21 @@ Result<NodeId> Placer::folderAt(NodeId parent, std::string_view name, std::uint3
     return node;
 }
 
+bool Placer::isInLatestFolder(Components folders) const
+{
+    return std::equal(folders.rbegin(), folders.rend(), m_latestFolders.rbegin(), m_latestFolders.rend());
+}
+
 Result<NodeId> Placer::parentOf(Components name)
 {
+    const auto folders = name.first(name.size() - 1);
+    if (isInLatestFolder(folders))
+        return m_latestFolder;
     NodeId at = kRootNode;
-    for (const auto component : name.first(name.size() - 1))
+    for (const auto component : folders)
         at = TRY(folderAt(at, component, EntryTree::kNoEntry, kFolderMode));
+    m_latestFolders.assign(folders.begin(), folders.end());
+    m_latestFolder = at;
     return at;
 }
 
@@ -263,17 +277,6 @@ Result<void> Placer::finishFolders(mode_t umask)
     for (const auto& folder : m_folderTraits)
         TRY(finishFolder(folder, umask));
     return {};
-}
-
-void Placer::removeEmptyFolders()
-{
-    for (auto node = static_cast<NodeId>(m_tree.size() - 1); node > kRootNode; --node) {
-        if (m_tree.kind(node) != NodeKind::Folder || !m_tree.isPlaced(node))
-            continue;
-        const auto parent = m_folders.open(m_tree.parent(node));
-        if (parent && ::unlinkat((*parent)->get(), std::string(m_tree.diskName(node)).c_str(), AT_REMOVEDIR) == 0)
-            m_tree.setPlaced(node, false);
-    }
 }
 
 }

@@ -73,8 +73,6 @@ public:
     Result<void> makeLinks(const Refuse& refuse);
     /// Modes and dates of folders, deepest first.
     Result<void> finishFolders(mode_t umask);
-    /// Removes what is empty among the folders made.
-    void removeEmptyFolders();
 
     /// What stands directly in the root.
     std::vector<NodeId> topItems() const;
@@ -98,6 +96,7 @@ private:
     };
 
     Result<NodeId> parentOf(Components name);
+    bool isInLatestFolder(Components folders) const;
     Result<NodeId> folderAt(NodeId parent, std::string_view name, std::uint32_t entry, mode_t mode);
     NodeId addNode(NodeId parent, std::string_view name, NodeKind kind, std::uint64_t entry);
     NodeId findFile(Components name) const;
@@ -113,6 +112,9 @@ private:
     EntryTree m_tree;
     FolderCache m_folders;
     LinkTree m_links;
+    /// Of the file that came last; the next is mostly beside it.
+    std::vector<std::string> m_latestFolders;
+    NodeId m_latestFolder = kRootNode;
     std::vector<FolderTraits> m_folderTraits;
     std::vector<HardLink> m_hardLinks;
     std::unordered_set<NodeId> m_broken; ///< kept all the same

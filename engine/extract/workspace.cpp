@@ -53,13 +53,11 @@ struct Flush {
 
 }
 
-Workspace::Workspace(UniqueFd destination, HiddenFolder hidden, UniqueFd root, std::string resultPath,
-                     bool writesInPlace)
+Workspace::Workspace(UniqueFd destination, HiddenFolder hidden, UniqueFd root, std::string resultPath)
     : m_destination(std::move(destination))
     , m_hidden(std::move(hidden))
     , m_root(std::move(root))
     , m_resultPath(std::move(resultPath))
-    , m_writesInPlace(writesInPlace)
 {
 }
 
@@ -76,9 +74,8 @@ Result<Workspace> Workspace::create(const ExtractOptions& options, Ending ending
     if (::mkdirat(hidden->fd(), kRootName, 0777) != 0)
         return destinationError(errno, "make the root folder");
     auto root = TRY(openFolderForReading(hidden->fd(), kRootName));
-    const bool inPlace = ending == Ending::InDestination && options.folder == FolderMode::Never;
     Workspace workspace(std::move(destination), std::move(*hidden), std::move(root),
-                        ending == Ending::InDestination ? options.destination : options.hiddenFolderPath, inPlace);
+                        ending == Ending::InDestination ? options.destination : options.hiddenFolderPath);
     TRY(workspace.inspect());
     return workspace;
 }
@@ -94,7 +91,7 @@ Result<void> Workspace::inspect()
     return {};
 }
 
-Result<UniqueFd> Workspace::root() const { return duplicate(m_writesInPlace ? m_destination.get() : m_root.get()); }
+Result<UniqueFd> Workspace::root() const { return duplicate(m_root.get()); }
 
 bool Workspace::tellsNamesApart() const
 {
@@ -137,18 +134,24 @@ Result<void> Workspace::flush(const CancelToken& cancel) const
     return flush->outcome;
 }
 
+/// Returns the name that was free.
 Result<std::string> Workspace::moveOut(int from, const char* item, const std::string& name, bool isFolder)
 {
     auto free = name;
     for (unsigned number = 1; number < kMostNumbers; ++number) {
         const int reason = renameNoReplace(from, item, target(), free.c_str());
         if (reason == 0)
-            return (m_resultPath == "/" ? std::string() : m_resultPath) + "/" + free;
+            return free;
         if (reason != EEXIST)
             return destinationError(reason, "move the result into place");
         free = numberedName(name, number, isFolder);
     }
     return Error{ErrorCode::WriteFailed, "no free name for the result", EEXIST};
+}
+
+std::string Workspace::resultPath(const std::string& name) const
+{
+    return (m_resultPath == "/" ? std::string() : m_resultPath) + "/" + name;
 }
 
 Result<std::string> Workspace::moveItem(const std::string& name, bool isFolder, std::optional<timespec> date)
@@ -157,7 +160,23 @@ Result<std::string> Workspace::moveItem(const std::string& name, bool isFolder, 
         const timespec times[2] = {{0, UTIME_OMIT}, *date};
         (void)!::utimensat(m_root.get(), name.c_str(), times, AT_SYMLINK_NOFOLLOW);
     }
-    return moveOut(m_root.get(), name.c_str(), name, isFolder);
+    return resultPath(TRY(moveOut(m_root.get(), name.c_str(), name, isFolder)));
+}
+
+Result<void> Workspace::moveItems(std::span<const RootItem> items)
+{
+    std::vector<std::string> moved;
+    moved.reserve(items.size());
+    for (const auto& item : items) {
+        const auto name = moveOut(m_root.get(), item.name.c_str(), item.name, item.isFolder);
+        if (!name) {
+            for (std::size_t i = 0; i < moved.size(); ++i)
+                (void)renameNoReplace(target(), moved[i].c_str(), m_root.get(), items[i].name.c_str());
+            return name.error();
+        }
+        moved.push_back(*name);
+    }
+    return {};
 }
 
 Result<std::string> Workspace::moveRoot(const std::string& name, std::optional<timespec> date)
@@ -166,7 +185,7 @@ Result<std::string> Workspace::moveRoot(const std::string& name, std::optional<t
         const timespec times[2] = {{0, UTIME_OMIT}, *date};
         (void)!::futimens(m_root.get(), times);
     }
-    return moveOut(m_hidden.fd(), kRootName, name, true);
+    return resultPath(TRY(moveOut(m_hidden.fd(), kRootName, name, true)));
 }
 
 }
