@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstdio>
 
 #include <sys/ioctl.h>
@@ -24,7 +23,7 @@ std::size_t terminalWidth()
 
 std::string timeText(double seconds)
 {
-    const auto whole = std::lround(seconds);
+    const auto whole = static_cast<long>(seconds + 0.5);
     std::array<char, 32> text;
     if (whole >= 3600)
         std::snprintf(text.data(), text.size(), "%ld:%02ld:%02ld", whole / 3600, whole / 60 % 60, whole % 60);

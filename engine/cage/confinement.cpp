@@ -5,9 +5,8 @@
 #include <cerrno>
 
 #include <fcntl.h>
-#include <sched.h>
-#include <seccomp.h>
-#include <sys/mman.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
@@ -20,10 +19,6 @@
 #if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
 #define VANTORO_UNDER_SANITIZER 1
 #endif
-#endif
-
-#ifdef __clang__
-#pragma clang diagnostic ignored "-Wc99-extensions" // in the macros of libseccomp
 #endif
 
 namespace vantoro::cage {
@@ -94,105 +89,18 @@ bool enterLandlock()
     return restricted;
 }
 
-/// Calls allowed whatever their arguments.
-constexpr auto kAllowed = std::to_array<int>({
-    SCMP_SYS(read),
-    SCMP_SYS(pread64),
-    SCMP_SYS(readv),
-    SCMP_SYS(preadv),
-    SCMP_SYS(lseek),
-    SCMP_SYS(close),
-    SCMP_SYS(sendmsg),
-    SCMP_SYS(recvmsg),
-    SCMP_SYS(poll),
-    SCMP_SYS(ppoll),
-    SCMP_SYS(munmap),
-    SCMP_SYS(mremap),
-    SCMP_SYS(brk),
-    SCMP_SYS(madvise),
-    SCMP_SYS(mlock),
-    SCMP_SYS(munlock),
-    SCMP_SYS(futex),
-    SCMP_SYS(exit),
-    SCMP_SYS(exit_group),
-    SCMP_SYS(clock_gettime),
-    SCMP_SYS(clock_nanosleep),
-    SCMP_SYS(nanosleep),
-    SCMP_SYS(gettimeofday),
-    SCMP_SYS(time),
-    SCMP_SYS(rt_sigaction),
-    SCMP_SYS(rt_sigprocmask),
-    SCMP_SYS(rt_sigreturn),
-    SCMP_SYS(sigaltstack),
-    SCMP_SYS(getrandom),
-    SCMP_SYS(sched_yield),
-    SCMP_SYS(sched_getaffinity),
-    SCMP_SYS(set_robust_list),
-    SCMP_SYS(rseq),
-    SCMP_SYS(gettid),
-    SCMP_SYS(getpid),
-    SCMP_SYS(sysinfo),
-    SCMP_SYS(restart_syscall),
-    SCMP_SYS(membarrier),
-    SCMP_SYS(fadvise64),
+// Written by make_filter.cpp.
+constexpr auto kFilter = std::to_array<sock_filter>({
+#include "system_call_filter.inc"
 });
-/// Look-ups that libraries make in passing and can do without; they get an error instead of the end.
-constexpr auto kRefusedSoftly = std::to_array<int>({
-    SCMP_SYS(openat),
-    SCMP_SYS(open),
-    SCMP_SYS(access),
-    SCMP_SYS(faccessat),
-    SCMP_SYS(readlink),
-    SCMP_SYS(ioctl),
-    SCMP_SYS(stat),
-    SCMP_SYS(lstat),
-    SCMP_SYS(newfstatat),
-    SCMP_SYS(fstat),
-    SCMP_SYS(statx),
-    SCMP_SYS(write),
-    SCMP_SYS(writev),
-    SCMP_SYS(getrlimit),
-    SCMP_SYS(prlimit64),
-    SCMP_SYS(uname),
-    SCMP_SYS(sched_setaffinity),
-    SCMP_SYS(sched_getparam),
-    SCMP_SYS(sched_getscheduler),
-    SCMP_SYS(tgkill),
-    SCMP_SYS(fcntl),
-    SCMP_SYS(flock),
-});
-
-bool addRules(scmp_filter_ctx filter)
-{
-    bool ok = true;
-    for (const int call : kAllowed)
-        ok = seccomp_rule_add(filter, SCMP_ACT_ALLOW, call, 0) == 0 && ok;
-    for (const int call : kRefusedSoftly)
-        ok = seccomp_rule_add(filter, SCMP_ACT_ERRNO(EACCES), call, 0) == 0 && ok;
-    // Memory that can be executed is never made.
-    for (const int call : {SCMP_SYS(mmap), SCMP_SYS(mprotect)})
-        ok = seccomp_rule_add(filter, SCMP_ACT_ALLOW, call, 1, SCMP_A2_64(SCMP_CMP_MASKED_EQ, PROT_EXEC, 0)) == 0 && ok;
-    // Threads yes, processes no. clone3 hides its flags in memory: glibc falls back to clone.
-    constexpr std::uint64_t kThread = CLONE_VM | CLONE_THREAD | CLONE_SIGHAND;
-    ok = seccomp_rule_add(filter, SCMP_ACT_ALLOW, SCMP_SYS(clone), 1, SCMP_A0_64(SCMP_CMP_MASKED_EQ, kThread, kThread))
-            == 0
-        && ok;
-    ok = seccomp_rule_add(filter, SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(clone3), 0) == 0 && ok;
-    for (const auto option : std::to_array<std::uint64_t>({PR_SET_DUMPABLE, PR_SET_NAME, PR_SET_VMA}))
-        ok = seccomp_rule_add(filter, SCMP_ACT_ALLOW, SCMP_SYS(prctl), 1, SCMP_A0_64(SCMP_CMP_EQ, option)) == 0 && ok;
-    return ok;
-}
 
 bool filterSystemCalls()
 {
     if (kUnderSanitizer)
         return false;
-    const auto filter = seccomp_init(SCMP_ACT_KILL_PROCESS);
-    if (!filter)
-        return false;
-    const bool loaded = addRules(filter) && seccomp_load(filter) == 0;
-    seccomp_release(filter);
-    return loaded;
+    auto steps = kFilter;
+    const sock_fprog filter{static_cast<unsigned short>(steps.size()), steps.data()};
+    return ::syscall(SYS_seccomp, SECCOMP_SET_MODE_FILTER, 0, &filter) == 0;
 }
 
 }

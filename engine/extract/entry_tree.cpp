@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
-#include <random>
+
+#include <sys/random.h>
 
 namespace vantoro {
 
@@ -14,11 +15,9 @@ constexpr std::size_t kChunk = 64 << 10;
 std::uint64_t processSeed()
 {
     static const std::uint64_t seed = reinterpret_cast<std::uintptr_t>(&kChunk) ^ [] {
-        try {
-            return std::uint64_t{std::random_device{}()} << 20;
-        } catch (...) {
-            return std::uint64_t{0};
-        }
+        std::uint64_t random = 0;
+        (void)!::getrandom(&random, sizeof random, GRND_NONBLOCK);
+        return random;
     }();
     return seed;
 }
