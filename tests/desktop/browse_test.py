@@ -12,21 +12,15 @@ import subprocess
 import sys
 import tarfile
 import time
-import traceback
 import zipfile
 import zlib
 
-from session import Account, Desktop, Failure, missing_tools, wait_until
+from session import Account, check, missing_tools, run_all, wait_until
 
 HERE = pathlib.Path(__file__).parent
 PYTHON = "/usr/bin/python3"  # the system's own, which has the bindings
 SHOTS = os.environ.get("VANTORO_SHOTS")
 SCHEME = os.environ.get("VANTORO_SCHEME", "light")
-
-
-def check(condition, what):
-    if not condition:
-        raise Failure(what)
 
 
 def png(width, height):
@@ -154,6 +148,9 @@ class User(Account):
         check(not self.find("text", "Text"), "nothing is shown")
         self.keys("Escape")
         wait_until(lambda: not self.find("push button", "Close Preview"), "the end of the preview")
+
+    def state(self):
+        return str([(node["role"], node["name"]) for node in self.tree()]) + "\n" + super().state()
 
     def shot(self, name):
         if SHOTS:
@@ -410,39 +407,12 @@ SCENARIOS = [value for value in list(globals().values())
              and value.__code__.co_varnames[:1] == ("a",)]
 
 
-def run(scenario, desktop, program):
-    user = User(desktop, program)
-    started = time.monotonic()
-    try:
-        scenario(user)
-        print("PASS", scenario.__name__, "%.1f s" % (time.monotonic() - started), flush=True)
-        return True
-    except Exception:  # the others go on
-        print("FAIL", scenario.__name__, flush=True)
-        traceback.print_exc(file=sys.stdout)
-        print([(node["role"], node["name"]) for node in user.tree()])
-        print((user.root / "log").read_text() if (user.root / "log").exists() else "")
-        user.shot("failed-" + scenario.__name__)
-        return False
-    finally:
-        user.close()
-
-
 def main():
-    program, wanted = os.path.abspath(sys.argv[1]), sys.argv[2:]
+    program = os.path.abspath(sys.argv[1])
     missing = missing_tools()
     if not missing and subprocess.run([PYTHON, "-c", "import pyatspi"], stderr=subprocess.DEVNULL).returncode != 0:
         missing = ["python3-pyatspi"]
-    if missing:
-        print("SKIP: needs the tools", ", ".join(missing))
-        return 77
-    desktop = Desktop()
-    try:
-        results = [run(s, desktop, program) for s in SCENARIOS if not wanted or s.__name__ in wanted]
-    finally:
-        desktop.close()
-    print(sum(results), "of", len(results), "scenarios passed")
-    return 0 if all(results) else 1
+    return run_all(SCENARIOS, sys.argv[2:], missing, lambda desktop: User(desktop, program))
 
 
 if __name__ == "__main__":

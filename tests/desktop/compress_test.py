@@ -10,19 +10,13 @@ import shutil
 import signal
 import subprocess
 import sys
-import traceback
 
-from session import Account, Desktop, Failure, missing_tools, wait_until
+from session import Account, check, missing_tools, run_all, wait_until
 
 HERE = pathlib.Path(__file__).parent
 PYTHON = "/usr/bin/python3"  # the system's own, which has the bindings
 KINDS = ("zip", "7z", "tar.gz", "tar.xz", "tar.zst", "tar.bz2", "tar", "tar.lz4", "cpio", "iso", "xar", "jar")
 SOURCE = (20, 20)  # where files are dragged from
-
-
-def check(condition, what):
-    if not condition:
-        raise Failure(what)
 
 
 class User(Account):
@@ -230,29 +224,7 @@ def missing():
 def main():
     global DRAG_SOURCE
     program, DRAG_SOURCE = os.path.abspath(sys.argv[1]), os.path.abspath(sys.argv[2])
-    chosen = [scenario for scenario in SCENARIOS if not sys.argv[3:] or scenario.__name__ in sys.argv[3:]]
-    if missing():
-        print("skipped: the desktop's tests need " + ", ".join(missing()))
-        return 77
-    desktop = Desktop()
-    failed = 0
-    try:
-        for scenario in chosen:
-            user = User(desktop, program)
-            try:
-                scenario(user)
-                print("ok   ", scenario.__name__, flush=True)
-            except Exception:
-                failed += 1
-                print("FAIL ", scenario.__name__, flush=True)
-                traceback.print_exc(file=sys.stdout)
-                print((user.root / "log").read_text(errors="replace") if (user.root / "log").exists() else "")
-                subprocess.run(["import", "-window", "root", f"failed-{scenario.__name__}.png"], env=user.environment)
-            finally:
-                user.close()
-    finally:
-        desktop.close()
-    return 1 if failed else 0
+    return run_all(SCENARIOS, sys.argv[3:], missing(), lambda desktop: User(desktop, program))
 
 
 if __name__ == "__main__":

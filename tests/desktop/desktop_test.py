@@ -12,21 +12,11 @@ import sys
 import tarfile
 import tempfile
 import time
-import traceback
 import zipfile
 
-from session import Account, Desktop, Failure, missing_tools, wait_until
+from session import Account, Skip, check, missing_tools, run_all, wait_until
 
 SHIFT_JIS = "日本.txt"
-
-
-class Skip(Exception):
-    pass
-
-
-def check(condition, what):
-    if not condition:
-        raise Failure(what)
 
 
 def make_tar(path, files):
@@ -436,47 +426,6 @@ SCENARIOS = [value for value in list(globals().values())
              and value.__name__ not in ("read_only_folder", "to_the_not_writable_panel", "make_large", "make_hurt")]
 
 
-def run(scenario, desktop, program):
-    account = Account(desktop, program)
-    started = time.monotonic()
-    try:
-        scenario(account)
-        print("PASS", scenario.__name__, "%.1f s" % (time.monotonic() - started), flush=True)
-        return True
-    except Skip as reason:
-        print("SKIP", scenario.__name__, reason, flush=True)
-        return True
-    except Exception:  # the others go on
-        print("FAIL", scenario.__name__, flush=True)
-        traceback.print_exc(file=sys.stdout)
-        print("  in the folder:", account.names(), " settings:", account.settings.read_text().split("\n"))
-        with open(account.root / "log", "a+") as log:
-            log.seek(0)
-            print(log.read())
-        shots = os.environ.get("VANTORO_SHOTS")
-        if shots:
-            subprocess.run(["import", "-window", "root", os.path.join(shots, scenario.__name__ + ".png")],
-                           env=account.environment)
-        return False
-    finally:
-        account.close()
-
-
-def main():
-    program, wanted = os.path.abspath(sys.argv[1]), sys.argv[2:]
-    missing = missing_tools()
-    if missing:
-        print("SKIP: needs the tools", ", ".join(missing))
-        return 77
-    desktop = Desktop()
-    try:
-        chosen = [s for s in SCENARIOS if not wanted or s.__name__ in wanted]
-        results = [run(scenario, desktop, program) for scenario in chosen]
-    finally:
-        desktop.close()
-    print(sum(results), "of", len(results), "scenarios passed")
-    return 0 if all(results) else 1
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    program = os.path.abspath(sys.argv[1])
+    sys.exit(run_all(SCENARIOS, sys.argv[2:], missing_tools(), lambda desktop: Account(desktop, program)))

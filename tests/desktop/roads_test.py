@@ -6,8 +6,8 @@ import subprocess
 import sys
 import zipfile
 
-from session import wait_until
-from windows_test import check, choose_destination, main
+from session import check, wait_until
+from windows_test import choose_destination, main
 
 DROP = ("Choose an Archive…", "push button")
 

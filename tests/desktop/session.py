@@ -7,8 +7,10 @@ import pathlib
 import shutil
 import signal
 import subprocess
+import sys
 import tempfile
 import time
+import traceback
 
 TOOLS = ("Xvfb", "openbox", "xdotool", "dbus-daemon", "dbus-monitor", "gdbus", "xev", "xprop",
          "7z")
@@ -23,6 +25,15 @@ def missing_tools():
 
 class Failure(AssertionError):
     pass
+
+
+class Skip(Exception):
+    """What a scenario needs is not to be had here."""
+
+
+def check(condition, what):
+    if not condition:
+        raise Failure(what)
 
 
 def wait_until(condition, what, timeout=20.0):
@@ -197,6 +208,21 @@ class Account:
     def names(self, folder=None):
         return sorted(item.name for item in pathlib.Path(folder or self.work).iterdir())
 
+    def check_at_end(self):
+        """What holds after every scenario."""
+
+    def state(self):
+        """For somebody who looks into a failure."""
+        log = self.root / "log"
+        return "in the folder: %s, settings: %s\n%s" % (self.names(), self.settings.read_text().split("\n"),
+                                                       log.read_text(errors="replace") if log.exists() else "")
+
+    def shot(self, name):
+        """A picture of the screen, where VANTORO_SHOTS names a folder for them."""
+        shots = os.environ.get("VANTORO_SHOTS")
+        if shots:
+            subprocess.run(["import", "-window", "root", os.path.join(shots, name + ".png")], env=self.environment)
+
     def close(self):
         for process in self._started:
             if process.poll() is None:
@@ -210,3 +236,39 @@ class Account:
             subprocess.run(["umount", "-l", str(folder)])
         os.kill(self._bus, signal.SIGTERM)
         shutil.rmtree(self.root, ignore_errors=True)
+
+
+def run(scenario, account):
+    started = time.monotonic()
+    try:
+        scenario(account)
+        account.check_at_end()
+        print("PASS", scenario.__name__, "%.1f s" % (time.monotonic() - started), flush=True)
+        return True
+    except Skip as reason:
+        print("SKIP", scenario.__name__, reason, flush=True)
+        return True
+    except Exception:  # the others go on
+        print("FAIL", scenario.__name__, flush=True)
+        traceback.print_exc(file=sys.stdout)
+        print(account.state(), flush=True)
+        account.shot("failed-" + scenario.__name__)
+        return False
+    finally:
+        account.close()
+
+
+def run_all(scenarios, wanted, missing, make_account):
+    """The scenarios, or those among them whose names are wanted, each with an account of its own: make_account(desktop).
+    The exit code: 77 (skipped) where tools are missing."""
+    if missing:
+        print("SKIP: needs", ", ".join(missing))
+        return 77
+    desktop = Desktop()
+    try:
+        results = [run(scenario, make_account(desktop)) for scenario in scenarios
+                   if not wanted or scenario.__name__ in wanted]
+    finally:
+        desktop.close()
+    print(sum(results), "of", len(results), "scenarios passed")
+    return 0 if all(results) else 1

@@ -9,8 +9,8 @@ import select
 import subprocess
 import sys
 
-from session import Failure, wait_until
-from windows_test import check, main
+from session import Failure, check, wait_until
+from windows_test import main
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 ACTIONS = ["Extract Archives…", "Open Main Window", "Settings", "How to Use", "Quit Vantoro"]

@@ -10,10 +10,9 @@ import shutil
 import subprocess
 import sys
 import time
-import traceback
 import zipfile
 
-from session import Account, Desktop, Failure, missing_tools, wait_until
+from session import Account, check, missing_tools, run_all, wait_until
 
 try:
     import accessibility
@@ -115,10 +114,8 @@ class WindowsAccount(Account):
         return [line for line in (self.root / "log").read_text(errors="replace").splitlines()
                 if COMPLAINT.search(line)]
 
-
-def check(condition, what):
-    if not condition:
-        raise Failure(what)
+    def check_at_end(self):
+        check(not self.complaints(), "the toolkit complained: %s" % self.complaints())
 
 
 def preview_shows_and_extracts_what_was_chosen(a):
@@ -294,42 +291,11 @@ SCENARIOS = [preview_shows_and_extracts_what_was_chosen, preview_is_for_the_wind
              every_window_opens_by_its_key_and_names_its_controls]
 
 
-def run(scenario, desktop, program, drag_source):
-    account = WindowsAccount(desktop, program, drag_source)
-    started = time.monotonic()
-    try:
-        scenario(account)
-        check(not account.complaints(), "the toolkit complained: %s" % account.complaints())
-        print("PASS", scenario.__name__, "%.1f s" % (time.monotonic() - started), flush=True)
-        return True
-    except Exception:  # the others go on
-        print("FAIL", scenario.__name__, flush=True)
-        traceback.print_exc(file=sys.stdout)
-        print("  in the folder:", account.names(), (account.root / "log").read_text(errors="replace")[-2000:])
-        shots = os.environ.get("VANTORO_SHOTS")
-        if shots:
-            subprocess.run(["import", "-window", "root", os.path.join(shots, scenario.__name__ + ".png")],
-                           env=account.environment)
-        return False
-    finally:
-        account.close()
-
-
 def main(scenarios):
     program, drag_source, wanted = os.path.abspath(sys.argv[1]), os.path.abspath(sys.argv[2]), sys.argv[3:]
     missing = missing_tools() + ([] if accessibility else ["python3-gi"])
     missing += [] if os.path.exists(LAUNCHER) else ["at-spi2-core"]
-    if missing:
-        print("SKIP: needs", ", ".join(missing))
-        return 77
-    desktop = Desktop()
-    try:
-        chosen = [s for s in scenarios if not wanted or s.__name__ in wanted]
-        results = [run(scenario, desktop, program, drag_source) for scenario in chosen]
-    finally:
-        desktop.close()
-    print(sum(results), "of", len(results), "scenarios passed")
-    return 0 if all(results) else 1
+    return run_all(scenarios, wanted, missing, lambda desktop: WindowsAccount(desktop, program, drag_source))
 
 
 if __name__ == "__main__":
