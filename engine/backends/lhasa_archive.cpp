@@ -95,10 +95,9 @@ public:
 
     Result<void> read(const ReadRequest& request, Lanes& lanes) override
     {
-        const auto count = request.selection ? request.selection->size() : m_entries.size();
-        for (std::size_t i = 0; i < count; ++i) {
+        for (const auto chosen : request.chosen(m_entries.size())) {
+            const auto index = static_cast<std::size_t>(chosen);
             TRY(m_cancel.check());
-            const auto index = request.selection ? static_cast<std::size_t>((*request.selection)[i]) : i;
             TRY(readEntry(index, lanes.lane(0)));
             if (request.packedBytesRead)
                 request.packedBytesRead->fetch_add(memberOf(index).packedSize, std::memory_order_relaxed);

@@ -237,13 +237,7 @@ struct Plan {
 Result<Plan> makePlan(const Items& items, const Session& session, const ReadRequest& request)
 {
     Plan plan;
-    if (request.selection) {
-        plan.entries = *request.selection;
-    } else {
-        plan.entries.resize(static_cast<std::size_t>(items.count()));
-        for (std::size_t i = 0; i < plan.entries.size(); ++i)
-            plan.entries[i] = i;
-    }
+    plan.entries = request.chosen(items.count());
     plan.items.reserve(plan.entries.size());
     std::string method, lastMethod;
     std::uint64_t memory = 0;

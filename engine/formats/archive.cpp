@@ -3,6 +3,7 @@
 #include "engine/crypto/crc32.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include <sys/stat.h>
 
@@ -57,6 +58,20 @@ Result<void> LaneReceiver::copy(const ByteSource& source, std::uint64_t position
         length -= wanted.size();
     }
     return {};
+}
+
+bool ReadRequest::isChosen(std::uint64_t index) const
+{
+    return !selection || std::binary_search(selection->begin(), selection->end(), index);
+}
+
+std::vector<std::uint64_t> ReadRequest::chosen(std::uint64_t entries) const
+{
+    if (selection)
+        return *selection;
+    std::vector<std::uint64_t> all(static_cast<std::size_t>(entries));
+    std::iota(all.begin(), all.end(), std::uint64_t{0});
+    return all;
 }
 
 }

@@ -107,6 +107,10 @@ public:
 struct ReadRequest {
     /// Sorted unique indices below the number of entries, or nothing for all entries.
     std::optional<std::vector<std::uint64_t>> selection;
+    bool isChosen(std::uint64_t index) const;
+    /// The chosen indices of an archive with so many entries.
+    std::vector<std::uint64_t> chosen(std::uint64_t entries) const;
+
     /// Counts packed bytes as they are read, for progress where sizes are not declared. May be null.
     std::atomic<std::uint64_t>* packedBytesRead = nullptr;
 };

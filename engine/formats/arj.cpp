@@ -98,13 +98,7 @@ public:
 
     Result<void> read(const ReadRequest& request, Lanes& lanes) override
     {
-        std::vector<std::uint64_t> chosen;
-        if (request.selection) {
-            chosen = *request.selection;
-        } else {
-            for (std::size_t i = 0; i < m_contents.members.size(); ++i)
-                chosen.push_back(i);
-        }
+        const auto chosen = request.chosen(m_contents.members.size());
         TRY(findPassword(chosen));
         for (const auto index : chosen) {
             TRY(m_context.cancel.check());

@@ -3,8 +3,6 @@
 #include "engine/formats/cpio_walker.h"
 #include "engine/formats/sequential_archive.h"
 
-#include <algorithm>
-
 namespace vantoro {
 
 namespace {
@@ -43,12 +41,8 @@ public:
 
     Result<void> read(const ReadRequest& request, Lanes& lanes) override
     {
-        const auto isChosen = [&](std::uint64_t index) {
-            return !request.selection
-                || std::binary_search(request.selection->begin(), request.selection->end(), index);
-        };
         return walk(request.packedBytesRead, [&](CpioWalker& walker, std::span<CpioMember> members) {
-            return readMembers(walker, members, isChosen, lanes.lane(0));
+            return readMembers(walker, members, request, lanes.lane(0));
         });
     }
 
@@ -78,13 +72,12 @@ private:
     }
 
     /// The data go to the first name that is wanted; the others become links to it.
-    template <class F>
-    Result<Result<void>> readMembers(CpioWalker& walker, std::span<CpioMember> members, F&& isChosen,
+    Result<Result<void>> readMembers(CpioWalker& walker, std::span<CpioMember> members, const ReadRequest& request,
                                      LaneReceiver& lane)
     {
         const CpioMember* first = nullptr;
         for (auto& member : members) {
-            if (!isChosen(member.index))
+            if (!request.isChosen(member.index))
                 continue;
             if (first) {
                 member.linkTarget = first->name;
@@ -94,7 +87,7 @@ private:
             // A link whose file is not wanted stands for it, where its data are at hand.
             const bool replacesFile = &member != &members.front()
                 || (member.kind == EntryKind::HardLink && !member.header.storesDataOnce()
-                    && !isChosen(member.targetIndex));
+                    && !request.isChosen(member.targetIndex));
             const bool hasData = member.kind == EntryKind::File || replacesFile;
             if (hasData)
                 member.kind = EntryKind::File;

@@ -19,12 +19,6 @@ class IsoCutter {
 public:
     IsoCutter(IsoWalker& walker, const ReadRequest& request) : m_walker(walker), m_request(request) {}
 
-    bool isChosen(std::uint64_t index) const
-    {
-        return !m_request.selection
-            || std::binary_search(m_request.selection->begin(), m_request.selection->end(), index);
-    }
-
     Result<std::optional<std::vector<IsoItem>>> next()
     {
         std::vector<IsoItem> run;
@@ -45,7 +39,7 @@ private:
     Result<std::optional<IsoItem>> nextChosen()
     {
         while (const auto* item = TRY(m_walker.next())) {
-            if (isChosen(item->index))
+            if (m_request.isChosen(item->index))
                 return std::optional(*item);
             if (m_request.selection->empty() || item->index > m_request.selection->back())
                 break;
@@ -152,7 +146,7 @@ Result<void> IsoReader::readAll(IsoWalker& walker, const ReadRequest& request, L
         for (const auto& item : run) {
             TRY(m_cancel.check());
             auto entry = describe(item);
-            if (item.kind == EntryKind::HardLink && !cutter.isChosen(item.firstIndex)) {
+            if (item.kind == EntryKind::HardLink && !request.isChosen(item.firstIndex)) {
                 entry.kind = EntryKind::File; // the file itself is not wanted, so this name stands for it
                 entry.linkTarget = {};
                 entry.size = item.size();

@@ -423,15 +423,11 @@ std::vector<RarArchive::Task> RarArchive::tasksOf(const std::vector<std::uint32_
 Result<void> RarArchive::read(const ReadRequest& request, Lanes& lanes)
 {
     Reading reading{.shelf = shelf(request.packedBytesRead)};
-    reading.isChosen.assign(m_catalog.members.size(), !request.selection);
-    if (request.selection) {
-        for (const auto index : *request.selection)
-            reading.isChosen[static_cast<std::size_t>(index)] = true;
-    }
+    reading.isChosen.assign(m_catalog.members.size(), false);
     Task chosen;
-    for (std::uint32_t i = 0; i < m_catalog.members.size(); ++i) {
-        if (reading.isChosen[i])
-            chosen.push_back(i);
+    for (const auto index : request.chosen(m_catalog.members.size())) {
+        reading.isChosen[static_cast<std::size_t>(index)] = true;
+        chosen.push_back(static_cast<std::uint32_t>(index));
     }
     TRY(unlock(chosen));
 

@@ -5,7 +5,6 @@
 #include "engine/formats/side_by_side.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace vantoro {
 
@@ -71,13 +70,7 @@ public:
 
     Result<void> read(const ReadRequest& request, Lanes& lanes) override
     {
-        std::vector<std::uint64_t> chosen;
-        if (request.selection) {
-            chosen = *request.selection;
-        } else {
-            chosen.resize(m_database.files().size());
-            std::iota(chosen.begin(), chosen.end(), std::uint64_t{0});
-        }
+        const auto chosen = request.chosen(m_database.files().size());
         if (!chosen.empty() && chosen.back() >= m_database.files().size())
             return Error{ErrorCode::Internal, "7z: a chosen entry is not there"};
         const ReadShared shared{.source = m_source,

@@ -4,9 +4,6 @@
 #include "engine/formats/zip/passwords.h"
 #include "engine/formats/zip/salvage.h"
 
-#include <algorithm>
-#include <numeric>
-
 namespace vantoro {
 
 namespace zip {
@@ -47,12 +44,7 @@ public:
 
     Result<void> read(const ReadRequest& request, Lanes& lanes) override
     {
-        std::vector<std::uint64_t> all;
-        if (!request.selection) {
-            all.resize(m_directory.size());
-            std::iota(all.begin(), all.end(), std::uint64_t{0});
-        }
-        const std::span<const std::uint64_t> chosen = request.selection ? *request.selection : all;
+        const auto chosen = request.chosen(m_directory.size());
         TRY(m_passwords.prepare(m_source, m_directory, m_context, chosen));
         const ReadShared shared{.source = m_source,
                                 .directory = m_directory,
