@@ -59,7 +59,4 @@ private:
 }
 }
 
-extern "C" Q_DECL_EXPORT vantoro::PdfView* VANTORO_PDF_MAKER(QWidget* parent)
-{
-    return new vantoro::QtPdfView(parent);
-}
+extern "C" Q_DECL_EXPORT vantoro::PdfView* VANTORO_PDF_MAKER(QWidget* parent) { return new vantoro::QtPdfView(parent); }

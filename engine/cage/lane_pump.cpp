@@ -13,10 +13,13 @@ constexpr Error kLie{ErrorCode::DecoderStopped, "cage: the worker sent records t
 
 }
 
-LanePump::~LanePump()
+void LanePump::abandon()
 {
-    if (m_thread.joinable())
-        (void)finish(Error{ErrorCode::Cancelled, "cage: abandoned"});
+    if (!m_thread.joinable())
+        return;
+    m_isAbandoned.store(true);
+    m_ring.interrupt();
+    m_thread.join();
 }
 
 void LanePump::start()
@@ -117,8 +120,7 @@ Result<void> DataPump::begin(ConstBytes payload)
         return kLie;
     TRY(m_parser.parse(payload, limits()));
     const auto& entry = m_parser.entry();
-    if (m_request.selection
-        && !std::binary_search(m_request.selection->begin(), m_request.selection->end(), entry.index))
+    if (!m_request.isChosen(entry.index))
         return kLie;
     ++m_number;
     m_got = 0;

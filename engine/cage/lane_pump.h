@@ -13,7 +13,7 @@ public:
     LanePump(RingReader& ring, const Limits& limits) : m_ring(ring), m_limits(limits) {}
     LanePump(const LanePump&) = delete;
     LanePump& operator=(const LanePump&) = delete;
-    virtual ~LanePump();
+    virtual ~LanePump() = default;
 
     void start();
     /// Nothing more will come. Takes what is there now where it was not started. Without a fault takes what is still in
@@ -25,6 +25,8 @@ public:
     const std::optional<ArchiveInfo>& info() const { return m_info; }
 
 protected:
+    /// Ends the thread where finish() did not. The destructors of what derives call it: the thread calls them.
+    void abandon();
     virtual Result<void> take(const RingReader::Record& record) = 0;
     virtual Result<void> breakOff(const Error&) { return {}; }
     static std::vector<std::byte> privateCopy(ConstBytes shared) { return {shared.begin(), shared.end()}; }
@@ -52,6 +54,7 @@ public:
     ListPump(RingReader& ring, EntryVisitor& visitor, const Limits& limits) : LanePump(ring, limits), m_visitor(visitor)
     {
     }
+    ~ListPump() override { abandon(); }
 
 private:
     Result<void> take(const RingReader::Record& record) override;
@@ -69,6 +72,7 @@ public:
         , m_request(request)
     {
     }
+    ~DataPump() override { abandon(); }
 
 private:
     Result<void> take(const RingReader::Record& record) override;
