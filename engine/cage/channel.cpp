@@ -104,9 +104,15 @@ Result<std::optional<Received>> Channel::receive(int milliseconds, std::size_t m
         header.msg_controllen = control.bytes.size();
     }
     ssize_t length = -1;
-    do {
+    bool wasReset = false;
+    for (;;) {
         length = ::recvmsg(m_socket.get(), &header, MSG_CMSG_CLOEXEC);
-    } while (length < 0 && errno == EINTR && milliseconds < 0);
+        // The other end closed before it read all that we sent: what it said until then comes next.
+        const bool isReset = length < 0 && errno == ECONNRESET && !std::exchange(wasReset, true);
+        const bool isInterrupted = length < 0 && errno == EINTR && milliseconds < 0;
+        if (!isReset && !isInterrupted)
+            break;
+    }
     if (length < 0 && errno == EINTR)
         return std::optional<Received>();
     if (length <= 0)

@@ -259,6 +259,22 @@ TEST(Cage, aWorkerOfAnotherBuildIsTold)
     EXPECT_EQ(archive.error().code, ErrorCode::ProgramReplaced);
 }
 
+TEST(Cage, whatTheOtherEndSaidBeforeItClosedIsHeard)
+{
+    auto ends = Channel::makePair();
+    ASSERT_TRUE(ends);
+    const Channel ours(std::move(ends->first));
+    {
+        const Channel theirs(std::move(ends->second));
+        ASSERT_TRUE(theirs.send({.type = MessageType::Ready}));
+        ASSERT_TRUE(ours.send({.type = MessageType::Open})); // which they do not read
+    }
+    const auto heard = ours.receive(0, 0);
+    ASSERT_TRUE(heard && *heard);
+    EXPECT_EQ((*heard)->message.type, MessageType::Ready);
+    EXPECT_FALSE(ours.receive(0, 0));
+}
+
 TEST(Cage, crashesWhileOpeningOrListingAreErrors)
 {
     const auto archive = open("crash in open");
