@@ -7,9 +7,11 @@ namespace vantoro {
 void MsbBitInput::start(ByteStream& stream)
 {
     m_stream = &stream;
-    m_buffer.resize(kBuffer + kPadding);
-    m_bits = {m_buffer.data(), 0, 0};
-    m_end = m_buffer.data();
+    if (!m_buffer)
+        m_buffer
+            = std::make_unique_for_overwrite<std::uint8_t[]>(kBuffer + kPadding); // a small entry fills little of it
+    m_bits = {m_buffer.get(), 0, 0};
+    m_end = m_buffer.get();
     m_base = 0;
     m_total = 0;
     m_missing = 0;
@@ -21,9 +23,9 @@ void MsbBitInput::start(ByteStream& stream)
 const std::uint8_t* MsbBitInput::clampedAddress(std::uint64_t position) const
 {
     if (position <= m_base)
-        return m_buffer.data();
-    return m_buffer.data()
-        + std::min<std::uint64_t>(position - m_base, static_cast<std::uint64_t>(m_end - m_buffer.data()));
+        return m_buffer.get();
+    return m_buffer.get()
+        + std::min<std::uint64_t>(position - m_base, static_cast<std::uint64_t>(m_end - m_buffer.get()));
 }
 
 void MsbBitInput::load(std::size_t bytes)
@@ -32,15 +34,15 @@ void MsbBitInput::load(std::size_t bytes)
         return;
     // The bit window is rebuilt from the bytes: bits that it took from beyond the data before were zeros.
     const auto position = bitPosition();
-    const auto buffered = static_cast<std::size_t>(m_end - m_buffer.data());
+    const auto buffered = static_cast<std::size_t>(m_end - m_buffer.get());
     const auto consumed = std::min<std::size_t>(static_cast<std::size_t>(position / 8 - m_base), buffered);
     auto used = buffered - consumed;
     if (used > 0)
-        std::memmove(m_buffer.data(), m_buffer.data() + consumed, used);
+        std::memmove(m_buffer.get(), m_buffer.get() + consumed, used);
     m_base += consumed;
     const auto ahead = static_cast<std::size_t>(position / 8 - m_base); // consumed, but not read yet
     while (used < ahead + bytes) {
-        const auto got = m_stream->read(Bytes(reinterpret_cast<std::byte*>(m_buffer.data()) + used, kBuffer - used));
+        const auto got = m_stream->read(Bytes(reinterpret_cast<std::byte*>(m_buffer.get()) + used, kBuffer - used));
         if (!got)
             m_streamState = got.error();
         m_atEnd = !got || *got == 0;
@@ -49,9 +51,9 @@ void MsbBitInput::load(std::size_t bytes)
         used += *got;
         m_total += *got;
     }
-    m_end = m_buffer.data() + used;
-    std::fill_n(m_buffer.data() + used, kPadding, std::uint8_t{0});
-    m_bits = {m_buffer.data() + std::min(ahead, used + kMaxReady), 0, 0};
+    m_end = m_buffer.get() + used;
+    std::fill_n(m_buffer.get() + used, kPadding, std::uint8_t{0});
+    m_bits = {m_buffer.get() + std::min(ahead, used + kMaxReady), 0, 0};
     m_bits.fill();
     m_bits.skip(static_cast<unsigned>(position % 8));
 }

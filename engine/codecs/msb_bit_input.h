@@ -5,7 +5,7 @@
 #include <atomic>
 #include <bit>
 #include <cstring>
-#include <vector>
+#include <memory>
 
 namespace vantoro {
 
@@ -92,14 +92,14 @@ public:
     /// Bits consumed since start().
     std::uint64_t bitPosition() const
     {
-        return (m_base + static_cast<std::uint64_t>(m_bits.next - m_buffer.data())) * 8 - m_bits.count;
+        return (m_base + static_cast<std::uint64_t>(m_bits.next - m_buffer.get())) * 8 - m_bits.count;
     }
     /// Where in memory the byte at `position` of the stream is or will be, clamped to what is buffered.
     const std::uint8_t* clampedAddress(std::uint64_t position) const;
     /// A loop that has checked `bits().next < softEnd(n)` may consume n bytes.
     const std::uint8_t* softEnd(std::size_t bytes) const
     {
-        return m_end - m_buffer.data() > static_cast<std::ptrdiff_t>(bytes) ? m_end - bytes : m_buffer.data();
+        return m_end - m_buffer.get() > static_cast<std::ptrdiff_t>(bytes) ? m_end - bytes : m_buffer.get();
     }
     /// More was consumed than there is.
     bool isOverrun() const { return m_atEnd && bitPosition() > m_total * 8; }
@@ -119,7 +119,7 @@ private:
     void load(std::size_t bytes);
 
     ByteStream* m_stream = nullptr;
-    std::vector<std::uint8_t> m_buffer;
+    std::unique_ptr<std::uint8_t[]> m_buffer;
     MsbBits m_bits;
     const std::uint8_t* m_end = nullptr; // of the stream's bytes in m_buffer
     std::uint64_t m_base = 0; // position in the stream of the buffer's first byte

@@ -82,7 +82,7 @@ const char* EntryTree::store(std::string_view name)
 {
     if (name.size() > m_chunkLeft) {
         m_chunkLeft = std::max(kChunk, name.size());
-        m_chunks.push_back(std::make_unique<char[]>(m_chunkLeft));
+        m_chunks.push_back(std::make_unique_for_overwrite<char[]>(m_chunkLeft));
         m_chunkEnd = m_chunks.back().get();
     }
     char* const place = m_chunkEnd;

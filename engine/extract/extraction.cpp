@@ -11,6 +11,7 @@
 #include <numeric>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 namespace vantoro {
 
@@ -151,8 +152,11 @@ private:
     ProgressNote progress()
     {
         const std::lock_guard lock(m_progressMutex);
-        if (m_counters)
+        if (m_counters) {
             m_counters(m_last);
+            if (!std::exchange(m_isLasting, true))
+                settleOrphanList();
+        }
         m_last.packed = m_packedRead.load(std::memory_order_relaxed);
         m_last.packedTotal = m_facts.packedSize;
         m_last.writtenTotal = m_knownTotal.load(std::memory_order_relaxed);
@@ -305,7 +309,8 @@ private:
             return {};
         if (m_options.folder == FolderMode::Never)
             return moveAll(placer, top);
-        TRY(m_workspace->flush(m_cancel));
+        if (!m_workspace->isInMemory())
+            TRY(m_workspace->flush(m_cancel));
         TRY(m_cancel.check());
         m_report.wasSolo = m_options.folder == FolderMode::Auto && top.size() == 1;
         m_report.createdItem = TRY(m_report.wasSolo ? moveSolo(placer, top.front()) : moveRoot());
@@ -358,6 +363,7 @@ private:
     std::mutex m_progressMutex;
     std::function<void(ProgressNote&)> m_counters;
     ProgressNote m_last;
+    bool m_isLasting = false; // has come as far as its first progress
     std::atomic<std::uint64_t> m_packedRead{0};
     std::atomic<std::uint64_t> m_knownTotal{0};
     std::atomic<std::uint64_t> m_knownEntries{0};

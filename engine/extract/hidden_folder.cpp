@@ -140,6 +140,12 @@ Standing& standing()
 
 void setOrphanList(OrphanList* list) { orphanList = list; }
 
+void settleOrphanList()
+{
+    if (auto* const list = orphanList.load())
+        list->settle();
+}
+
 std::vector<std::string> sweepOrphans(const std::vector<std::string>& paths)
 {
     std::vector<std::string> gone;

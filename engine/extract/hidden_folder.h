@@ -11,11 +11,14 @@ namespace vantoro {
 class OrphanList {
 public:
     virtual ~OrphanList() = default;
-    virtual void remember(const std::string& path) = 0; ///< before the folder is made; on disk on return
+    virtual void remember(const std::string& path) = 0; ///< before the folder is made; outlives this process
     virtual void forget(const std::string& path) = 0;
+    /// The work takes its time: what is listed shall outlive a power cut as well.
+    virtual void settle() {}
 };
 /// Null: none is kept. Process-wide, set once at start; outlives every extraction.
 void setOrphanList(OrphanList* list);
+void settleOrphanList();
 
 /// Removes a ".Vantoro<n>" folder that this process made or that sweepOrphans() would remove; never through a link.
 void removeHiddenFolder(const std::string& path);

@@ -112,11 +112,16 @@ void OrphanFile::remember(const std::string& path)
         file.emplace(m_path, O_RDWR | O_CREAT);
     }
     const auto end = *file ? ::lseek(file->get(), 0, SEEK_END) : -1;
-    if (end < 0 || !writeAll(file->get(), path + "\n", end))
-        return; // the extraction matters more than the sweep after a crash
-    // Sent to the disk and not waited for: the folder is not there sooner either, and waiting would take longer than
-    // extracting a small archive.
-    ::sync_file_range(file->get(), end, 0, SYNC_FILE_RANGE_WRITE);
+    if (end >= 0)
+        (void)writeAll(file->get(), path + "\n", end); // the extraction matters more than the sweep after a crash
+}
+
+void OrphanFile::settle()
+{
+    const std::lock_guard lock(m_mutex);
+    const UniqueFd file(::open(m_path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
+    if (file)
+        ::sync_file_range(file.get(), 0, 0, SYNC_FILE_RANGE_WRITE); // started, not waited for
 }
 
 void OrphanFile::forget(const std::string& path)

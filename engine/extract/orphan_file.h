@@ -15,6 +15,7 @@ public:
 
     void remember(const std::string& path) override;
     void forget(const std::string& path) override;
+    void settle() override;
     /// Removes what dead processes have left; at start.
     void sweep();
 

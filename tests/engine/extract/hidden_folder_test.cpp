@@ -5,7 +5,10 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
+#include <chrono>
 #include <filesystem>
+#include <thread>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -35,7 +38,9 @@ public:
         EXPECT_FALSE(fs::exists(path)) << "forgotten after it is gone";
         std::erase(paths, path);
     }
+    void settle() override { isSettled = true; }
     std::vector<std::string> paths;
+    std::atomic<bool> isSettled{false};
 };
 
 /// A process that makes a hidden folder with content and dies.
@@ -75,6 +80,20 @@ TEST(HiddenFolder, isListedBeforeItExistsAndLockedWhileItDoes)
     ASSERT_TRUE(extractInto(destination.path(), {entry, file("b")}));
     EXPECT_THAT(list.paths, IsEmpty());
     EXPECT_EQ(treeOf(destination.path()).size(), 3U);
+}
+
+TEST(HiddenFolder, isListedForGoodWhenTheJobLasts)
+{
+    const TempFolder destination;
+    ListDouble list;
+    auto entry = file("a");
+    entry.before = [&] {
+        const auto limit = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+        while (!list.isSettled && std::chrono::steady_clock::now() < limit)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    };
+    ASSERT_TRUE(extractInto(destination.path(), {entry}));
+    EXPECT_TRUE(list.isSettled);
 }
 
 TEST(HiddenFolder, neverUsesOneThatIsThere)
