@@ -9,6 +9,7 @@ namespace vantoro {
 namespace {
 constexpr std::size_t kWorthWaking = 128 << 10; ///< bytes to hand over to a writer that has nothing to do
 constexpr std::size_t kStepsWorthWaking = 64;
+constexpr std::size_t kMostTogether = 256 << 10; ///< of small files: the last of them are waited for
 constexpr std::size_t kSmallRoom = 64 << 10; ///< less than this is not offered to a decoder
 }
 
@@ -178,7 +179,7 @@ Result<void> Pipe::hole(std::uint64_t length) { return add({Step::Kind::Hole, le
 Result<void> Pipe::end(const Result<void>& outcome)
 {
     TRY(add({Step::Kind::End, 0, outcome}));
-    return flushIfWriterIdles();
+    return m_current && m_current->used >= kMostTogether ? flush() : flushIfWriterIdles();
 }
 
 Result<void> Pipe::drain()
