@@ -1,9 +1,9 @@
 #include "engine/codecs/msb_bit_input.h"
 #include "engine/codecs/ppmd.h"
-#include "engine/codecs/prefix_code.h"
 #include "engine/codecs/rar29_filters.h"
 #include "engine/codecs/rar_codec.h"
 #include "engine/codecs/rar_tables.h"
+#include "engine/codecs/rar_tokens.h"
 
 #include <algorithm>
 
@@ -21,6 +21,56 @@ constexpr std::size_t kTableBytes = 2048; // more than any set of tables takes
 constexpr std::size_t kSymbolBytes = 64; // more than any symbol but a filter takes
 constexpr std::uint8_t kFirstEscape = 2;
 constexpr std::uint64_t kMaxMissing = 4; // bytes that the range decoder may ask for behind the end
+
+constexpr auto kMainWords = [] {
+    using Kind = RarToken::Kind;
+    std::array<RarWord, kMainSymbols> words{};
+    for (unsigned i = 0; i < words.size(); ++i) {
+        const auto token = i < 256 ? RarToken::literal(static_cast<std::uint8_t>(i))
+            : i == 256             ? RarToken::other(Kind::BlockEnd)
+            : i == 257             ? RarToken::other(Kind::Filter)
+            : i == 258             ? RarToken::other(Kind::Again)
+            : i < 263              ? RarToken::other(Kind::Older, i - 259)
+            : i < 271
+            ? RarToken::other(Kind::Short, kRarShortDistances[i - 263].base + 1, kRarShortDistances[i - 263].bits)
+            : RarToken::other(Kind::Match, kRarLengths[i - 271].base + 3, kRarLengths[i - 271].bits);
+        words[i] = token.word();
+    }
+    return words;
+}();
+constexpr auto kDistanceWords = [] {
+    std::array<RarWord, kDistanceSymbols> words{};
+    for (std::size_t i = 0; i < words.size(); ++i)
+        words[i] = RarDistanceWord::make(kRarDistances[i].base + 1, kRarDistances[i].bits);
+    return words;
+}();
+
+/// What matches refer to.
+struct RarPast {
+    std::uint32_t first = 0, second = 0, third = 0, fourth = 0; ///< distances, newest first
+    std::uint32_t length = 0;
+    std::uint32_t lowDistance = 0;
+    unsigned lowRepeats = 0;
+
+    void remember(std::uint32_t distance)
+    {
+        fourth = third;
+        third = second;
+        second = first;
+        first = distance;
+    }
+    /// Makes one of them the newest. Without branches: which one it is cannot be foretold.
+    void recall(unsigned which)
+    {
+        const auto near = which < 1 ? first : second;
+        const auto far = which < 3 ? third : fourth;
+        const auto found = which < 2 ? near : far;
+        fourth = which < 3 ? fourth : third;
+        third = which < 2 ? third : second;
+        second = which < 1 ? second : first;
+        first = found;
+    }
+};
 
 /// Hands the bytes behind a block header to the range decoder.
 class RangeInput final : public PpmdInput {
@@ -60,7 +110,9 @@ private:
     Result<void> decodeLz();
     Result<void> readEndMark();
     Result<void> readFilter();
-    std::uint64_t readDistance(MsbBits& bits, unsigned slot);
+    Result<bool> crossEdge(std::size_t sound);
+    bool readMatch(MsbBits& bits, RarPast& past, RarToken token) const;
+    std::uint32_t readDistance(MsbBits& bits, RarPast& past) const;
     Result<void> decodePpmd();
     Result<void> ppmdEscape(RarCursor& out);
     Result<unsigned> ppmdByte();
@@ -74,11 +126,10 @@ private:
     Block m_block = Block::None; // None: a block header comes next
     bool m_atEnd = false; // the entry's end mark was seen
     std::array<std::uint8_t, kAllSymbols> m_lengths{};
-    PrefixCode m_main, m_distance, m_low, m_repeat;
-    std::array<std::uint64_t, 4> m_distances{}; // newest first
-    unsigned m_lastLength = 0;
-    unsigned m_lowDistance = 0;
-    unsigned m_lowRepeats = 0;
+    RarTokenCode m_main;
+    RarWordCode<10> m_distance;
+    PrefixCode m_low, m_repeat;
+    RarPast m_past;
 
     std::unique_ptr<PpmdDecoder> m_model;
     std::uint32_t m_modelMemory = 0;
@@ -90,10 +141,7 @@ void Rar29::reset()
 {
     m_block = Block::None;
     m_lengths.fill(0);
-    m_distances.fill(0);
-    m_lastLength = 0;
-    m_lowDistance = 0;
-    m_lowRepeats = 0;
+    m_past = {};
     m_isModelValid = false;
     m_escape = kFirstEscape;
     m_filters.reset();
@@ -122,10 +170,11 @@ void Rar29::readTail()
             if (!m_in.ready(kSymbolBytes))
                 return;
             m_in.bits().fill();
-            const auto symbol = m_main.decode(m_in.bits());
-            if (symbol != 256 && symbol != 257)
+            const auto token = m_main.decodeOne(m_in.bits());
+            const auto isEnd = token.kind() == RarToken::Kind::BlockEnd;
+            if (token.literals() > 0 || (!isEnd && token.kind() != RarToken::Kind::Filter))
                 return;
-            if (!(symbol == 256 ? readEndMark() : readFilter()))
+            if (!(isEnd ? readEndMark() : readFilter()))
                 return;
             if (m_in.isOverrun()) // it was padding
                 m_block = Block::Lz;
@@ -151,8 +200,8 @@ Result<void> Rar29::readBlockHeader()
 Result<void> Rar29::readTables()
 {
     TRY(m_in.ready(kTableBytes));
-    m_lowDistance = 0;
-    m_lowRepeats = 0;
+    m_past.lowDistance = 0;
+    m_past.lowRepeats = 0;
     if (m_in.take(1) == 0)
         m_lengths.fill(0);
     std::array<std::uint8_t, kLevelSymbols> levels{};
@@ -183,8 +232,8 @@ Result<void> Rar29::readTables()
     }
     TRY(m_in.ready(1));
     const auto lengths = std::span(std::as_const(m_lengths));
-    TRY(m_main.build(lengths.first(kMainSymbols)));
-    TRY(m_distance.build(lengths.subspan(kMainSymbols, kDistanceSymbols)));
+    TRY(m_main.build(lengths.first(kMainSymbols), kMainWords));
+    TRY(m_distance.build(lengths.subspan(kMainSymbols, kDistanceSymbols), kDistanceWords));
     TRY(m_low.build(lengths.subspan(kMainSymbols + kDistanceSymbols, kLowSymbols)));
     TRY(m_repeat.build(lengths.last(kRepeatSymbols)));
     m_block = Block::Lz;
@@ -203,115 +252,114 @@ Result<void> Rar29::readEndMark()
 }
 
 /// 0 when a code was not given: no distance is 0.
-std::uint64_t Rar29::readDistance(MsbBits& bits, unsigned slot)
+[[gnu::always_inline]] inline std::uint32_t Rar29::readDistance(MsbBits& bits, RarPast& past) const
 {
-    if (slot >= kDistanceSymbols)
-        return 0;
-    const unsigned extra = kRarDistances[slot].bits;
-    const auto distance = std::uint64_t{kRarDistances[slot].base} + 1;
-    bits.fill();
-    if (extra < 4)
-        return distance + bits.take(extra);
-    const auto high = std::uint64_t{bits.take(extra - 4)} << 4;
-    if (m_lowRepeats > 0) {
-        --m_lowRepeats;
-        return distance + high + m_lowDistance;
+    const auto word = m_distance.fillAndDecode(bits);
+    const auto extra = RarDistanceWord::extra(word);
+    const auto least = RarDistanceWord::least(word);
+    if (extra < 4) [[unlikely]]
+        return least + bits.take(extra);
+    const auto distance = least + (bits.take(extra - 4) << 4);
+    if (past.lowRepeats > 0) {
+        --past.lowRepeats;
+        return distance + past.lowDistance;
     }
     const auto low = m_low.decode(bits);
-    if (low == PrefixCode::kInvalid)
-        return 0;
     if (low == 16)
-        m_lowRepeats = 15;
+        past.lowRepeats = 15;
+    else if (low == PrefixCode::kInvalid)
+        return 0;
     else
-        m_lowDistance = low;
-    return distance + high + m_lowDistance;
+        past.lowDistance = low;
+    return distance + past.lowDistance;
 }
 
-Result<void> Rar29::decodeLz()
+/// Leaves distance and length in the past. False when this is no match, or none that can be.
+[[gnu::always_inline]] inline bool Rar29::readMatch(MsbBits& bits, RarPast& past, RarToken token) const
+{
+    switch (token.kind()) {
+    case RarToken::Kind::Match: {
+        const auto length = token.base() + bits.take(token.extra());
+        const auto distance = readDistance(bits, past);
+        if (distance == 0) [[unlikely]]
+            return false;
+        past.length = length + ((0x1FFF - distance) >> 31) + ((0x3FFFF - distance) >> 31);
+        past.remember(distance);
+        return true;
+    }
+    case RarToken::Kind::Short:
+        past.length = 2;
+        past.remember(token.base() + bits.take(token.extra()));
+        return true;
+    case RarToken::Kind::Older: {
+        past.recall(token.base());
+        const auto index = m_repeat.decode(bits);
+        if (index == PrefixCode::kInvalid) [[unlikely]]
+            return false;
+        past.length = kRarLengths[index].base + 2 + bits.take(kRarLengths[index].bits);
+        return true;
+    }
+    case RarToken::Kind::Again:
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Near the end of what is buffered or of the room for output. False when the entry is complete.
+Result<bool> Rar29::crossEdge(std::size_t sound)
+{
+    if (auto ready = m_in.ready(kSymbolBytes); !ready) {
+        m_out.cursor().position = sound; // the symbol was cut
+        return ready.error();
+    }
+    if (m_out.cursor().position >= m_out.cursor().stop)
+        TRY(m_out.flush());
+    return !m_out.isFull();
+}
+
+// Both decoding loops are kept out of what calls them, so that they have the registers to themselves.
+[[gnu::noinline]] Result<void> Rar29::decodeLz()
 {
     auto bits = m_in.bits();
     auto out = m_out.cursor();
-    const std::uint8_t* soft = nullptr;
+    auto past = m_past;
     const auto store = [&] {
         m_in.bits() = bits;
         m_out.cursor() = out;
+        m_past = past;
     };
+    const std::uint8_t* soft = nullptr;
     auto sound = out.position; // behind the last symbol that was certainly whole
     for (;;) {
-        if (bits.next >= soft) [[unlikely]] {
+        RarToken token;
+        if (bits.next >= soft || out.position + 1 >= out.stop) [[unlikely]] { // two literals may come at once
             store();
-            if (auto ready = m_in.ready(kSymbolBytes); !ready) {
-                m_out.cursor().position = sound; // the symbol was cut
-                return ready;
-            }
-            sound = out.position;
+            if (!TRY(crossEdge(sound)))
+                return {};
             bits = m_in.bits();
-            soft = m_in.softEnd(kSymbolBytes);
-        }
-        if (out.position >= out.stop) [[unlikely]] {
-            store();
-            TRY(m_out.flush());
             out = m_out.cursor();
             sound = out.position;
-            if (m_out.isFull())
-                return {};
+            soft = m_in.softEnd(kSymbolBytes);
+            bits.fill();
+            token = m_main.decodeOne(bits);
+        } else {
+            token = m_main.fillAndDecode(bits);
         }
-        bits.fill();
-        const auto symbol = m_main.decode(bits);
-        if (symbol < 256) [[likely]] {
-            out.put(static_cast<std::uint8_t>(symbol));
-            continue;
-        }
-        unsigned length;
-        std::uint64_t distance;
-        if (symbol >= 271) {
-            if (symbol == PrefixCode::kInvalid) {
-                store();
-                return Error{ErrorCode::Corrupt, "rar3: code"};
-            }
-            const auto slot = kRarLengths[symbol - 271];
-            length = slot.base + 3 + bits.take(slot.bits);
-            distance = readDistance(bits, m_distance.decode(bits));
-            if (distance == 0) {
-                store();
-                return Error{ErrorCode::Corrupt, "rar3: distance code"};
-            }
-            length += (distance >= 0x2000 ? 1U : 0U) + (distance >= 0x40000 ? 1U : 0U);
-            m_distances = {distance, m_distances[0], m_distances[1], m_distances[2]};
-        } else if (symbol >= 263) {
-            const auto slot = kRarShortDistances[symbol - 263];
-            distance = slot.base + 1 + bits.take(slot.bits);
-            length = 2;
-            m_distances = {distance, m_distances[0], m_distances[1], m_distances[2]};
-        } else if (symbol >= 259) {
-            const auto which = symbol - 259;
-            distance = m_distances[which];
-            for (auto i = which; i > 0; --i)
-                m_distances[i] = m_distances[i - 1];
-            m_distances[0] = distance;
-            const auto index = m_repeat.decode(bits);
-            if (index == PrefixCode::kInvalid) {
-                store();
-                return Error{ErrorCode::Corrupt, "rar3: length code"};
-            }
-            const auto slot = kRarLengths[index];
-            length = slot.base + 2 + bits.take(slot.bits);
-        } else if (symbol == 258) {
-            if (m_lastLength == 0)
-                continue;
-            length = m_lastLength;
-            distance = m_distances[0];
+        if (const auto literals = token.literals(); literals > 0) [[likely]] {
+            out.put(token.first(), token.second(), literals);
+        } else if (readMatch(bits, past, token)) [[likely]] {
+            out.copy(past.first, past.length);
         } else {
             store();
-            if (symbol == 256)
+            if (token.kind() == RarToken::Kind::BlockEnd)
                 return readEndMark();
+            if (token.kind() != RarToken::Kind::Filter)
+                return Error{ErrorCode::Corrupt, "rar3: code that was not given"};
             TRY(readFilter());
             bits = m_in.bits();
             soft = nullptr;
-            continue;
         }
-        m_lastLength = length;
-        out.copy(distance, length);
     }
 }
 
@@ -384,7 +432,7 @@ Result<unsigned> Rar29::ppmdByte()
     return static_cast<unsigned>(byte);
 }
 
-Result<void> Rar29::decodePpmd()
+[[gnu::noinline]] Result<void> Rar29::decodePpmd()
 {
     auto out = m_out.cursor();
     auto& model = *m_model;

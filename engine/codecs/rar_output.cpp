@@ -20,22 +20,23 @@ ConstBytes bytesOf(const std::uint8_t* data, std::size_t size)
 
 }
 
-void RarCursor::copyRarely(std::uint64_t distance, std::size_t length)
+std::size_t RarCursor::copyRarely(RarCursor cursor, std::uint64_t distance, std::size_t length)
 {
-    const auto available = hasWrapped ? reach : std::min(position, reach);
-    if (distance == 0 || distance > available) {
-        std::memset(base + position, 0, length);
-        position += length;
-        return;
+    const auto available = cursor.hasWrapped ? cursor.reach : std::min(cursor.position, cursor.reach);
+    auto* const to = cursor.base + cursor.position;
+    if (distance - 1 >= available) {
+        std::memset(to, 0, length);
+    } else if (distance <= cursor.position) { // near the ring's end: what runs over it is moved later
+        copyWide(to, to - distance, length, distance);
+    } else {
+        auto from = cursor.position + cursor.size - static_cast<std::size_t>(distance);
+        for (std::size_t i = 0; i < length; ++i) {
+            to[i] = cursor.base[from++];
+            if (from == cursor.size)
+                from = 0;
+        }
     }
-    // The source lies before the ring's start, that is at its end.
-    auto from = position < distance ? position + size - static_cast<std::size_t>(distance)
-                                    : position - static_cast<std::size_t>(distance);
-    for (std::size_t i = 0; i < length; ++i) {
-        base[position++] = base[from++];
-        if (from == size)
-            from = 0;
-    }
+    return cursor.position + length;
 }
 
 Result<void> RarOutput::reserve(std::uint64_t window)

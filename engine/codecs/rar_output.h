@@ -3,6 +3,7 @@
 #include "engine/codecs/rar_codec.h"
 #include "engine/codecs/rar_filters.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <deque>
 #include <memory>
@@ -23,33 +24,49 @@ struct RarCursor {
 
     void put(std::uint8_t value) { base[position++] = value; }
 
+    /// One or two bytes.
+    void put(std::uint8_t first, std::uint8_t second, std::size_t count)
+    {
+        base[position] = first;
+        base[position + 1] = second;
+        position += count;
+    }
+
     /// A distance of 0 or beyond what was written gives zeros: old archives rely on it.
     void copy(std::uint64_t distance, std::size_t length)
     {
-        if (distance - 1 >= position || distance > reach) [[unlikely]] {
-            copyRarely(distance, length);
+        const auto available = hasWrapped ? reach : std::min(position, reach);
+        // Before the ring's start lies its end.
+        const auto source = static_cast<std::size_t>(position - distance + (distance > position ? size : 0));
+        if (distance - 1 >= available || source + length > size) [[unlikely]] {
+            position = copyRarely(*this, distance, length);
             return;
         }
-        auto* to = base + position;
-        const auto* from = to - distance;
-        const auto* const end = to + length;
+        copyWide(base + position, base + source, length, distance);
         position += length;
-        if (distance >= 16) [[likely]] {
-            do { // may write up to 15 bytes behind the end: never yet reachable, and there is slack
-                std::memcpy(to, from, 16);
-                to += 16;
-                from += 16;
-            } while (to < end);
-        } else {
-            copyNear(to, from, end);
-        }
     }
 
 private:
-    void copyRarely(std::uint64_t distance, std::size_t length);
-    static void copyNear(std::uint8_t* to, const std::uint8_t* from, const std::uint8_t* end)
+    /// Gives the new position. Takes a copy: nobody may know where a loop's cursor is, if it is to stay in registers.
+    static std::size_t copyRarely(RarCursor cursor, std::uint64_t distance, std::size_t length);
+    /// May write up to 31 bytes behind the end: they are never yet reachable, and there is slack.
+    static void copyWide(std::uint8_t* to, const std::uint8_t* from, std::size_t length, std::uint64_t distance)
     {
-        if (to - from == 1) {
+        const auto* const end = to + length;
+        if (distance < 16) [[unlikely]] {
+            copyNear(to, from, end, static_cast<unsigned>(distance));
+            return;
+        }
+        do {
+            std::memcpy(to, from, 16);
+            std::memcpy(to + 16, from + 16, 16);
+            to += 32;
+            from += 32;
+        } while (to < end);
+    }
+    static void copyNear(std::uint8_t* to, const std::uint8_t* from, const std::uint8_t* end, unsigned distance)
+    {
+        if (distance == 1) {
             std::memset(to, *from, static_cast<std::size_t>(end - to));
             return;
         }

@@ -296,6 +296,27 @@ TEST(Rar29, decodesLiteralsMatchesAndRepeatedLowDistances)
     EXPECT_EQ(decode(*codec, next.bytes(), {.size = 3, .isSolid = true}).text, std::string("a\0\0", 3));
 }
 
+TEST(Rar29, literalsEndWithTheEntry)
+{
+    std::string whole;
+    MsbWriter bits;
+    bits.put(0, 2);
+    putTables(bits, 20, {&kMain29, &kDistance29, &kLow29, &kRepeat29});
+    for (unsigned i = 0; i < 600; ++i) {
+        whole += i * i % 7 < 3 ? 'a' : 'b';
+        kMain29.put(bits, static_cast<unsigned char>(whole.back()));
+    }
+    expectPrefixesWhenCut(kMake29, bits.bytes(), whole, bits.bytes().size());
+
+    MsbWriter next;
+    kMain29.put(next, 263), next.put(0, 2); // 2 at distance 1
+    for (std::size_t end = 100; end < 120; ++end) { // what follows does not belong to the entry
+        const auto codec = kMake29();
+        EXPECT_EQ(decode(*codec, bits.bytes(), {.size = end, .leadsOn = true}).text, whole.substr(0, end));
+        EXPECT_EQ(decode(*codec, next.bytes(), {.size = 2, .isSolid = true}).text, std::string(2, whole[end - 1]));
+    }
+}
+
 TEST(Rar29, endMarkMayAskForNewTables)
 {
     const auto codec = kMake29();
