@@ -7,7 +7,7 @@
 
 namespace vantoro {
 
-/// A stop flag that copies share. Long work polls it at least once per 64 KiB of output and per entry.
+/// A stop flag that copies share. Long work polls it at each entry and at least once per 8 MiB of output.
 class CancelToken {
 public:
     CancelToken() : m_flag(std::make_shared<std::atomic<bool>>(false)) {}
