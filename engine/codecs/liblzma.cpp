@@ -29,14 +29,8 @@ Result<void> LibLzmaDecoder::decode(SpanWriter& out)
 Result<void> LibLzmaDecoder::step(SpanWriter& out)
 {
     const auto packed = TRY(m_in.peek());
-    const auto room = out.free();
-    m_lzma.next_in = reinterpret_cast<const std::uint8_t*>(packed.data());
-    m_lzma.avail_in = packed.size();
-    m_lzma.next_out = reinterpret_cast<std::uint8_t*>(room.data());
-    m_lzma.avail_out = room.size();
-    const auto code = lzma_code(&m_lzma, packed.empty() ? LZMA_FINISH : LZMA_RUN);
+    const auto code = runLzma(m_lzma, packed, out);
     m_in.consume(packed.size() - m_lzma.avail_in);
-    out.advance(room.size() - m_lzma.avail_out);
     decoded(out);
     if (code == LZMA_STREAM_END) {
         m_state = TRY(finished(m_in, out)) ? State::Between : State::End;
@@ -48,6 +42,18 @@ Result<void> LibLzmaDecoder::step(SpanWriter& out)
     if (code == LZMA_MEMLIMIT_ERROR)
         error.wanted = lzma_memusage(&m_lzma);
     return error;
+}
+
+lzma_ret runLzma(lzma_stream& lzma, ConstBytes packed, SpanWriter& out)
+{
+    const auto room = out.free();
+    lzma.next_in = reinterpret_cast<const std::uint8_t*>(packed.data());
+    lzma.avail_in = packed.size();
+    lzma.next_out = reinterpret_cast<std::uint8_t*>(room.data());
+    lzma.avail_out = room.size();
+    const auto code = lzma_code(&lzma, packed.empty() ? LZMA_FINISH : LZMA_RUN);
+    out.advance(room.size() - lzma.avail_out);
+    return code;
 }
 
 Error lzmaError(lzma_ret code)

@@ -34,6 +34,8 @@ private:
     State m_state = State::Between;
 };
 
+/// Decodes from `packed`, which is empty at the end, to `out`; lzma.avail_in bytes are left over.
+lzma_ret runLzma(lzma_stream& lzma, ConstBytes packed, SpanWriter& out);
 /// What a return code that is not a success means.
 Error lzmaError(lzma_ret code);
 

@@ -133,14 +133,8 @@ private:
     Result<void> decodeOther(SpanWriter& out)
     {
         const auto packed = TRY(m_in.peek());
-        const auto room = out.free();
-        m_library.next_in = reinterpret_cast<const std::uint8_t*>(packed.data());
-        m_library.avail_in = packed.size();
-        m_library.next_out = reinterpret_cast<std::uint8_t*>(room.data());
-        m_library.avail_out = room.size();
-        const auto code = lzma_code(&m_library, packed.empty() ? LZMA_FINISH : LZMA_RUN);
+        const auto code = runLzma(m_library, packed, out);
         m_in.consume(packed.size() - m_library.avail_in);
-        out.advance(room.size() - m_library.avail_out);
         if (code == LZMA_OK)
             return {};
         if (code != LZMA_STREAM_END)

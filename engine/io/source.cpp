@@ -1,5 +1,7 @@
 #include "engine/io/source.h"
 
+#include "engine/io/file_read.h"
+
 #include <algorithm>
 #include <cerrno>
 
@@ -29,19 +31,9 @@ public:
 
     Result<std::size_t> readAt(std::uint64_t position, Bytes into) const override
     {
-        std::size_t done = 0;
-        while (done < into.size() && position + done < m_size) {
-            const auto count
-                = ::pread(m_fd, into.data() + done, into.size() - done, static_cast<off_t>(position + done));
-            if (count < 0 && errno == EINTR)
-                continue;
-            if (count < 0)
-                return Error{ErrorCode::Io, "pread", errno};
-            if (count == 0)
-                break; // cut while we read: the caller sees a short read
-            done += static_cast<std::size_t>(count);
-        }
-        return done;
+        const auto left = m_size - std::min(m_size, position);
+        return readFileAt(m_fd, position,
+                          into.first(static_cast<std::size_t>(std::min<std::uint64_t>(into.size(), left))));
     }
 
     FileRange fileRange(std::uint64_t position, std::uint64_t length) const override

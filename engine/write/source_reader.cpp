@@ -1,6 +1,7 @@
 #include "engine/write/source_reader.h"
 
-#include <cerrno>
+#include "engine/io/file_read.h"
+
 #include <utility>
 
 #include <fcntl.h>
@@ -39,18 +40,8 @@ Result<std::size_t> SourceReader::read(Bytes into)
 
 Result<std::size_t> SourceReader::readAt(std::uint64_t position, Bytes into) const
 {
-    std::size_t done = 0;
-    while (done < into.size()) {
-        const auto count = ::pread(m_fd, into.data() + done, into.size() - done, static_cast<off_t>(position + done));
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            return Error{ErrorCode::SourceUnreadable, "read", errno};
-        if (count == 0)
-            break;
-        done += static_cast<std::size_t>(count);
-    }
-    return done;
+    const auto got = readFileAt(m_fd, position, into);
+    return got ? got : Error{ErrorCode::SourceUnreadable, "read", got.error().osError};
 }
 
 }
