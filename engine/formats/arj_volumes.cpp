@@ -47,12 +47,12 @@ public:
                 number = 0;
             }
         }
-        bool hasMore = TRY(readVolume(std::move(source), number));
+        bool hasMore = TRY(readVolume(source, number));
         while (hasMore && m_firstName.size() > 4) {
             auto next = openVolume(++number);
             if (!next)
                 break;
-            auto more = readVolume(std::move(next), number);
+            auto more = readVolume(next, number);
             if (!more) {
                 m_contents.damage = more.error();
                 break;
@@ -155,9 +155,9 @@ std::uint64_t Member::packedSize() const
     return sum;
 }
 
-Result<Contents> readContents(SourcePtr source, const OpenContext& context)
+Result<Contents> readContents(const SourcePtr& source, const OpenContext& context)
 {
-    return SetReader(context).read(std::move(source));
+    return SetReader(context).read(source);
 }
 
 }
