@@ -3,6 +3,7 @@
 #include "engine/backends/library_locale.h"
 #include "engine/backends/libarchive_rows.h"
 #include "engine/backends/sevenzip_library.h"
+#include "engine/codecs/late_isal.h"
 #include "engine/crypto/late_openssl.h"
 #include "engine/registry.h"
 #include "engine/text/late_icu.h"
@@ -25,6 +26,12 @@ void preloadSevenZipFormats()
 }
 
 void preloadOwnFormats()
+{
+    (void)isalLibrary.load();
+    preloadRar();
+}
+
+void preloadRar()
 {
     (void)containerFormats();
     (void)streamFormats();

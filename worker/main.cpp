@@ -17,6 +17,8 @@ namespace {
 void preload(vantoro::cage::Libraries libraries)
 {
     switch (libraries) {
+    case vantoro::cage::Libraries::Least:
+        return vantoro::preloadRar();
     case vantoro::cage::Libraries::Few:
         return vantoro::preloadOwnFormats();
     case vantoro::cage::Libraries::SevenZip:

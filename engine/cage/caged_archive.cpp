@@ -93,9 +93,11 @@ Libraries likelyLibraries(const ByteSource& source)
         return Libraries::All;
     const auto text = asText(*head);
     using namespace std::string_view_literals;
-    constexpr std::array kStarts{"7z\xBC\xAF\x27\x1C"sv, "PK\3\4"sv,           "PK\5\6"sv,
-                                 "Rar!\x1A\x07"sv,       "\x1F\x8B"sv,         "BZh"sv,
-                                 "\xFD\x37zXZ\0"sv,      "\x28\xB5\x2F\xFD"sv, "\x04\x22\x4D\x18"sv};
+    if (text.starts_with("Rar!\x1A\x07"sv))
+        return Libraries::Least;
+    constexpr std::array kStarts{
+        "7z\xBC\xAF\x27\x1C"sv, "PK\3\4"sv,           "PK\5\6"sv,          "\x1F\x8B"sv, "BZh"sv,
+        "\xFD\x37zXZ\0"sv,      "\x28\xB5\x2F\xFD"sv, "\x04\x22\x4D\x18"sv};
     const bool isOurs = std::any_of(kStarts.begin(), kStarts.end(), [&](auto start) { return text.starts_with(start); })
         || text.substr(std::min(text.size(), kTarMarkAt)) == "ustar";
     return isOurs ? Libraries::Few : Libraries::All;
@@ -200,8 +202,7 @@ private:
         TRY(ensureOpen());
         Message message;
         message.type = MessageType::Read;
-        // A second thread on either side takes longer to start than it could save.
-        message.number = isSmall() ? 1 : std::min<std::uint64_t>(lanes.count(), m_readers.size());
+        message.number = std::min<std::uint64_t>(lanes.count(), m_readers.size());
         Descriptor selection;
         std::vector<int> fds;
         if (wish.selection) {
@@ -284,7 +285,8 @@ private:
                 return Error{ErrorCode::Cancelled, "cage: the receiver has stopped"};
             const bool isDone = received && received->message.type == MessageType::Done;
             m_needsAll = received && received->message.type == MessageType::NeedPassword
-                && m_libraries == Libraries::Few && (!pump || pump->progress() == 0);
+                && (m_libraries == Libraries::Least || m_libraries == Libraries::Few)
+                && (!pump || pump->progress() == 0);
             if (m_needsAll)
                 return Error{ErrorCode::DecoderStopped, "cage: goes on in a worker with all libraries"};
             if (isDone) {

@@ -27,7 +27,7 @@ namespace vantoro::cage {
 namespace {
 
 // Words for Libraries on the command line.
-constexpr std::array<const char*, 3> kLibraryOptions{"few", "7z", "all"};
+constexpr std::array<const char*, 4> kLibraryOptions{"least", "few", "7z", "all"};
 constexpr int kStartLimit = 10'000; // milliseconds
 
 /// dup2 onto the same number would keep close-on-exec: moved out of the way first.
@@ -211,7 +211,7 @@ WorkerNeeds workerNeeds(int argc, char** argv)
     WorkerNeeds needs;
     if (argc > 1)
         std::from_chars(argv[1], argv[1] + std::strlen(argv[1]), needs.dictionary);
-    for (const auto libraries : {Libraries::Few, Libraries::SevenZip}) {
+    for (const auto libraries : {Libraries::Least, Libraries::Few, Libraries::SevenZip}) {
         if (argc > 2 && std::strcmp(argv[2], kLibraryOptions[static_cast<std::size_t>(libraries)]) == 0)
             needs.libraries = libraries;
     }

@@ -17,6 +17,7 @@ constexpr int kWorkerMemory = 4;
 /// What a worker loads before it is confined; nothing can be added later. The large libraries take twice as long to
 /// start as all the rest.
 enum class Libraries : std::uint8_t {
+    Least, ///< enough for what our own code reads of rar
     Few, ///< enough for what our own code reads: zip, rar, tar, compressed streams; no ciphers
     SevenZip, ///< 7-Zip's plug-in as well
     All,

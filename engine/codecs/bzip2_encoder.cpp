@@ -2,8 +2,7 @@
 
 #include "engine/codecs/bzip2_block.h"
 #include "engine/codecs/bzip2_tables.h"
-
-#include <isa-l/crc.h>
+#include "engine/codecs/late_isal.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,6 +1,6 @@
 #include "engine/codecs/bzip2_runs.h"
 
-#include <isa-l/crc.h>
+#include "engine/codecs/late_isal.h"
 
 namespace vantoro {
 

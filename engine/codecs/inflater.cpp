@@ -1,6 +1,6 @@
 #include "engine/codecs/inflater.h"
 
-#include <isa-l/igzip_lib.h>
+#include "engine/codecs/late_isal.h"
 
 #include <algorithm>
 #include <array>
@@ -54,12 +54,16 @@ Inflater::~Inflater() = default;
 
 void Inflater::reset()
 {
+    if (!isalLibrary.load())
+        return;
     isal_inflate_init(&m_state->isal);
     m_state->isal.crc_flag = m_state->crcFlag;
 }
 
 Result<bool> Inflater::inflate(BufferedInput& in, SpanWriter& out)
 {
+    if (!isalLibrary.load())
+        return Error{ErrorCode::UnsupportedFeature, "deflate: ISA-L is not there"};
     auto& isal = m_state->isal;
     while (out.room() > 0) {
         const auto packed = TRY(in.peek());

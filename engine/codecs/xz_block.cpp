@@ -1,9 +1,8 @@
 #include "engine/codecs/xz_block.h"
 
+#include "engine/codecs/late_isal.h"
 #include "engine/codecs/liblzma.h"
 #include "engine/crypto/crc32.h"
-
-#include <isa-l/crc64.h>
 
 namespace vantoro {
 

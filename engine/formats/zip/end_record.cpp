@@ -1,6 +1,7 @@
 #include "engine/formats/zip/volumes.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace vantoro::zip {
 
@@ -109,8 +110,11 @@ Result<std::optional<EndRecord>> findEndRecord(const ByteSource& source)
     const auto tailStart = size - tailSize;
     const auto tail = TRY(readBlock(source, tailStart, tailSize));
     std::optional<ShortEnd> best;
-    for (auto at = tail.size() < kEndSize ? 0 : tail.size() - kEndSize + 1; at-- > 0;) {
-        if (tail[at] != std::byte{'P'} || tail[at + 1] != std::byte{'K'})
+    auto before = tail.size() < kEndSize ? 0 : tail.size() - kEndSize + 1;
+    while (const void* const found = ::memrchr(tail.data(), 'P', before)) {
+        const auto at = static_cast<std::size_t>(static_cast<const std::byte*>(found) - tail.data());
+        before = at;
+        if (tail[at + 1] != std::byte{'K'})
             continue;
         const auto candidate = parseShort(ConstBytes(tail).subspan(at), tailStart + at);
         if (!candidate || !leadsToDirectory(source, candidate->record))
