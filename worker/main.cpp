@@ -46,6 +46,9 @@ int main(int argc, char** argv)
     ::prctl(PR_SET_NAME, "vantoro-worker"); // it may have been started by a descriptor
     // One arena a thread would use up the address space that the limits leave.
     ::mallopt(M_ARENA_MAX, 2);
+    // Where they would get to anyway: until then each larger block is fetched from the system and given back.
+    ::mallopt(M_MMAP_THRESHOLD, 32 << 20);
+    ::mallopt(M_TRIM_THRESHOLD, 64 << 20);
     vantoro::becomeBatchThread();
     ::tzset();
     const auto needs = vantoro::cage::workerNeeds(argc, argv);

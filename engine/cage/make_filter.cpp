@@ -128,7 +128,9 @@ int main(int argc, char** argv)
 {
     seccomp_api_set(3); // what the kernel knows that the worker will meet, whatever this one does
     const auto filter = seccomp_init(SCMP_ACT_KILL_PROCESS);
+    // As a tree, in which the kernel finds each call in half the time when it takes the filter over.
+    const bool isTree = filter && seccomp_attr_set(filter, SCMP_FLTATR_CTL_OPTIMIZE, 2) == 0;
     std::FILE* const out = argc == 2 ? std::fopen(argv[1], "w") : nullptr;
-    const bool isMade = filter && out && addRules(filter) && writeTable(filter, out);
+    const bool isMade = isTree && out && addRules(filter) && writeTable(filter, out);
     return isMade && std::fclose(out) == 0 ? 0 : 1;
 }
