@@ -26,7 +26,7 @@ std::uint64_t processSeed()
 
 EntryTree::EntryTree() : m_slots(1024, kNoNode)
 {
-    m_nodes.push_back({"", kRootNode, kRootNode, 0, kNoEntry, 0, NodeKind::Folder, true, false});
+    m_nodes.push_back({"", kRootNode, kRootNode, 0, kNoEntry, 0, NodeKind::Folder, true, false, false});
 }
 
 std::uint32_t EntryTree::hashOf(NodeId parent, std::string_view name)
@@ -121,11 +121,13 @@ NodeId EntryTree::add(NodeId parent, std::string_view name, NodeKind kind, std::
     const auto hash = hashOf(parent, name);
     auto& slot = m_slots[slotOf(parent, name, hash)];
     const auto id = static_cast<NodeId>(m_nodes.size());
-    Node node{nullptr, parent, kNoNode, hash, entry, static_cast<std::uint16_t>(name.size()), kind, false, false};
+    Node node{nullptr, parent, kNoNode, hash, entry, static_cast<std::uint16_t>(name.size()),
+              kind,    false,  false,   false};
     if (slot == kNoNode) {
         node.name = store(name);
         ++m_used;
     } else {
+        node.isRepeated = true;
         node.name = m_nodes[slot].name;
         node.folder = m_nodes[slot].folder;
         if (!m_nodes[slot].isRenamed) // hidden behind the new one from here on

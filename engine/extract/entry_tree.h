@@ -44,6 +44,8 @@ public:
     std::string_view diskName(NodeId node) const;
     std::string path(NodeId node) const; ///< by the archive's names, for people
     unsigned depth(NodeId node) const; ///< of the root: 0
+    /// Whether an earlier one has this name in the archive.
+    bool isRepeated(NodeId node) const { return m_nodes[node].isRepeated; }
 
     /// Whether it stands on disk, whole.
     bool isPlaced(NodeId node) const { return m_nodes[node].isPlaced; }
@@ -60,6 +62,7 @@ private:
         NodeKind kind;
         bool isPlaced;
         bool isRenamed;
+        bool isRepeated;
     };
 
     static std::uint32_t hashOf(NodeId parent, std::string_view name);

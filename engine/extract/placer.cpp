@@ -29,13 +29,12 @@ NodeId Placer::addNode(NodeId parent, std::string_view name, NodeKind kind, std:
         m_latestFolders.clear();
         m_latestFolder = kRootNode;
     }
-    const bool isTaken = m_tree.find(parent, name) != kNoNode;
     const auto node = m_tree.add(parent, name, kind, shortEntry(entry));
     if (name.size() > kMostNameBytes) {
         m_tree.setDiskName(node, shortenedName(name));
         ++m_shortenedNames;
     }
-    if (isTaken)
+    if (m_tree.isRepeated(node))
         m_tree.setDiskName(node, nextName(node, kind == NodeKind::Folder));
     return node;
 }

@@ -1,6 +1,7 @@
 #include "engine/extract/safe_name.h"
 
 #include <algorithm>
+#include <array>
 
 namespace vantoro {
 
@@ -10,10 +11,11 @@ constexpr std::size_t kMostPathBytes = 4000;
 constexpr std::size_t kMostFolders = 512; ///< file managers cannot delete deeper trees
 constexpr std::size_t kMostExtensionBytes = 32;
 
-/// Bytes of a direction override at `at` (U+202A-202E, U+2066-2069), else 0: they make "exe.jpg" of "gpj.exe".
+/// Bytes of a direction override at `at`, where \xE2 stands (U+202A-202E, U+2066-2069), else 0: they make "exe.jpg" of
+/// "gpj.exe".
 std::size_t overrideLength(std::string_view text, std::size_t at)
 {
-    if (text[at] != '\xE2' || text.size() - at < 3)
+    if (text.size() - at < 3)
         return 0;
     const auto second = static_cast<unsigned char>(text[at + 1]);
     const auto third = static_cast<unsigned char>(text[at + 2]);
@@ -22,13 +24,21 @@ std::size_t overrideLength(std::string_view text, std::size_t at)
     return embeds || isolates ? 3 : 0;
 }
 
+/// What may be unwanted, or the start of it.
+constexpr auto kSuspects = [] {
+    std::array<bool, 256> suspects{};
+    for (const char c : {'\n', '\r', '\x1B', '\xE2'})
+        suspects[static_cast<unsigned char>(c)] = true;
+    return suspects;
+}();
+
 /// Bytes at `at` that a name must not hold.
 std::size_t unwantedLength(std::string_view text, std::size_t at)
 {
     const char c = text[at];
-    if (c == '\n' || c == '\r' || c == '\x1B')
-        return 1;
-    return overrideLength(text, at);
+    if (!kSuspects[static_cast<unsigned char>(c)])
+        return 0;
+    return c == '\xE2' ? overrideLength(text, at) : 1;
 }
 
 /// `text` itself, or a copy in `buffer` with every unwanted character as '_'.
@@ -136,7 +146,11 @@ std::string numberedName(std::string_view name, unsigned number, bool isFolder, 
 
 std::string joinedName(std::span<const std::string_view> components)
 {
+    std::size_t length = components.size();
+    for (const auto component : components)
+        length += component.size();
     std::string result;
+    result.reserve(length);
     for (const auto component : components) {
         if (!result.empty())
             result += '/';
