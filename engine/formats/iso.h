@@ -5,8 +5,7 @@
 namespace vantoro {
 
 /// ISO 9660 volumes with Rock Ridge, Joliet, zisofs and files of several extents. Source of the format: ECMA-119,
-/// IEEE P1281/P1282, the Joliet specification. A volume that has UDF as well is only Likely this: its ISO tree may
-/// hold a note alone.
+/// IEEE P1281/P1282, Joliet. A volume that has UDF as well is only Likely this: its ISO tree may hold a note alone.
 extern const FormatRow kIsoFormat;
 
 }
