@@ -299,7 +299,7 @@ Match probeArj(const ProbeInput& input)
 
 Result<ArchivePtr> openArj(SourcePtr source, const OpenContext& context)
 {
-    auto contents = TRY(arj::readContents(source, context));
+    auto contents = TRY(arj::readContents(std::move(source), context));
     return ArchivePtr(std::make_unique<ArjArchive>(std::move(contents), context));
 }
 

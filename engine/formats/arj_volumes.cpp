@@ -36,23 +36,23 @@ class SetReader {
 public:
     explicit SetReader(const OpenContext& context) : m_context(context) {}
 
-    Result<Contents> read(const SourcePtr& opened)
+    Result<Contents> read(SourcePtr opened)
     {
         auto number = volumeNumber(m_context.name).value_or(0);
         m_firstName = number == 0 ? m_context.name : m_context.name.substr(0, m_context.name.size() - 4) + ".arj";
-        SourcePtr source = opened;
+        auto source = std::move(opened);
         if (number > 0) {
             if (auto first = openVolume(0)) {
                 source = std::move(first);
                 number = 0;
             }
         }
-        bool hasMore = TRY(readVolume(source, number));
+        bool hasMore = TRY(readVolume(std::move(source), number));
         while (hasMore && m_firstName.size() > 4) {
             auto next = openVolume(++number);
             if (!next)
                 break;
-            auto more = readVolume(next, number);
+            auto more = readVolume(std::move(next), number);
             if (!more) {
                 m_contents.damage = more.error();
                 break;
@@ -80,7 +80,7 @@ private:
     }
 
     /// Whether another volume follows.
-    Result<bool> readVolume(const SourcePtr& source, unsigned number)
+    Result<bool> readVolume(SourcePtr source, unsigned number)
     {
         const auto start = findStart(*source);
         if (!start)
@@ -91,9 +91,9 @@ private:
         const bool isFirst = m_contents.volumes.empty();
         if (isFirst)
             m_contents.archive = *main;
-        m_contents.volumes.push_back(source);
+        const auto& volume = *m_contents.volumes.emplace_back(std::move(source));
         m_contents.volumeNames.push_back(volumeName(m_firstName, number));
-        if (const auto entries = readEntries(*source, main->dataPosition); !entries) {
+        if (const auto entries = readEntries(volume, main->dataPosition); !entries) {
             if (entries.error().code == ErrorCode::Cancelled || entries.error().code == ErrorCode::LimitExceeded)
                 return entries.error();
             m_contents.damage = entries.error();
@@ -155,9 +155,9 @@ std::uint64_t Member::packedSize() const
     return sum;
 }
 
-Result<Contents> readContents(const SourcePtr& source, const OpenContext& context)
+Result<Contents> readContents(SourcePtr source, const OpenContext& context)
 {
-    return SetReader(context).read(source);
+    return SetReader(context).read(std::move(source));
 }
 
 }

@@ -31,6 +31,6 @@ struct Contents {
 };
 
 /// Reads the set that `source` belongs to, from whichever of its volumes.
-Result<Contents> readContents(const SourcePtr& source, const OpenContext& context);
+Result<Contents> readContents(SourcePtr source, const OpenContext& context);
 
 }

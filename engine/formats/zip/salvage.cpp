@@ -141,7 +141,7 @@ private:
             // Without a signature, directly in front of the next header.
             const auto length = 4 + std::uint64_t{2} * width;
             if (hit.position >= start + length
-                && number(hit.position - 2 * width, width) == hit.position - length - start)
+                && number(hit.position - std::uint64_t{2} * width, width) == hit.position - length - start)
                 return close(hit.position - length, width);
         }
         return {};

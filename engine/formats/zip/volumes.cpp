@@ -95,16 +95,14 @@ std::optional<std::uint64_t> VolumeSet::locate(std::uint64_t disk, std::uint64_t
     return starts[static_cast<std::size_t>(disk)] + offset;
 }
 
-Result<VolumeSet> openVolumes(const SourcePtr& opened, const OpenContext& context)
+Result<VolumeSet> openVolumes(SourcePtr opened, const OpenContext& context)
 {
     VolumeSet set;
     const auto partNames = namesOfPart(context.name);
-    auto last = opened;
-    if (partNames)
-        last = TRY(openPart(context, partNames->last()));
+    auto last = partNames ? TRY(openPart(context, partNames->last())) : std::move(opened);
     set.end = TRY(findEndRecord(*last));
     if (!set.end || set.end->disk == 0) {
-        set.source = partNames ? last : opened;
+        set.source = std::move(last);
         set.starts = {0};
         return set;
     }

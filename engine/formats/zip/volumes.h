@@ -18,7 +18,7 @@ struct VolumeSet {
 
 /// Finds the end record and, by its number of disks and the name, the other parts: x.z01, x.z02 … x.zip and
 /// x.zx01 … x.zipx, from whichever was opened. MissingVolume when the last one is not there.
-Result<VolumeSet> openVolumes(const SourcePtr& opened, const OpenContext& context);
+Result<VolumeSet> openVolumes(SourcePtr opened, const OpenContext& context);
 
 /// Whether `name` is that of a part but the last.
 bool isPartName(std::string_view name);
