@@ -4,6 +4,7 @@
 #include "engine/cage/worker.h"
 #include "engine/cage/worker_process.h"
 
+#include <algorithm>
 #include <atomic>
 #include <charconv>
 #include <csignal>
@@ -195,6 +196,7 @@ Result<ArchivePtr> openHostile(const SourcePtr& source, const OpenContext& conte
 {
     const auto block = TRY(readBlock(*source, 0, 1000));
     std::string script(asText(block));
+    script.resize(std::min(script.size(), script.find('\0'))); // what follows makes the archive large
     if (script.starts_with("die after ")) {
         int left = 0;
         std::from_chars(script.data() + 10, script.data() + script.size(), left);
