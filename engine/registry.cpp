@@ -23,6 +23,7 @@ namespace vantoro {
 namespace {
 
 constexpr std::size_t kHeadSize = 256 << 10;
+constexpr std::size_t kFirstRead = 16 << 10;
 
 std::vector<const FormatRow*> collectContainers()
 {
@@ -155,17 +156,17 @@ std::string innerName(const StreamFormatRow& row, std::string_view name)
 
 Result<std::vector<std::byte>> readHead(ByteStream& stream)
 {
-    std::vector<std::byte> head(kHeadSize);
-    std::size_t filled = 0;
-    while (filled < head.size()) {
+    std::vector<std::byte> head; // grows with what there is: most archives are small
+    while (head.size() < kHeadSize) {
+        const auto filled = head.size();
+        head.resize(std::clamp(2 * filled, kFirstRead, kHeadSize));
         const auto count = stream.read(Bytes(head).subspan(filled));
+        head.resize(filled + count.value_or(std::size_t{0}));
         if (!count && filled == 0)
             return count.error();
         if (!count || *count == 0)
             break; // a fault behind the head is met again when reading
-        filled += *count;
     }
-    head.resize(filled);
     return head;
 }
 

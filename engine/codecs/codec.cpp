@@ -27,7 +27,7 @@ Result<void> BufferedInput::refill()
 {
     m_position = kUnreadRoom;
     m_end = kUnreadRoom;
-    m_end += TRY(m_stream->read(Bytes(m_buffer).subspan(kUnreadRoom)));
+    m_end += TRY(m_stream->read(Bytes(m_buffer.get() + kUnreadRoom, m_size - kUnreadRoom)));
     return {};
 }
 

@@ -4,6 +4,7 @@
 #include "engine/io/stream.h"
 
 #include <algorithm>
+#include <memory>
 #include <vector>
 
 namespace vantoro {
@@ -68,7 +69,8 @@ class BufferedInput {
 public:
     explicit BufferedInput(StreamPtr stream, std::size_t bufferSize = 64 << 10)
         : m_stream(std::move(stream))
-        , m_buffer(kUnreadRoom + bufferSize)
+        , m_size(kUnreadRoom + bufferSize)
+        , m_buffer(std::make_unique_for_overwrite<std::byte[]>(m_size))
     {
     }
     /// The next byte; Truncated at the end.
@@ -85,21 +87,22 @@ public:
     {
         if (m_position == m_end)
             TRY(refill());
-        return ConstBytes(m_buffer).subspan(m_position, m_end - m_position);
+        return ConstBytes(m_buffer.get() + m_position, m_end - m_position);
     }
     void consume(std::size_t count) { m_position += count; }
     /// Puts back bytes that were consumed last, 16 at most: what a decoder's bit buffer read ahead.
     void unread(ConstBytes bytes)
     {
         m_position -= bytes.size();
-        std::memcpy(m_buffer.data() + m_position, bytes.data(), bytes.size());
+        std::memcpy(m_buffer.get() + m_position, bytes.data(), bytes.size());
     }
 
 private:
     static constexpr std::size_t kUnreadRoom = 16; // in front of the buffered bytes
     Result<void> refill();
     StreamPtr m_stream;
-    std::vector<std::byte> m_buffer;
+    std::size_t m_size;
+    std::unique_ptr<std::byte[]> m_buffer; // not cleared: small entries fill little of it
     std::size_t m_position = kUnreadRoom, m_end = kUnreadRoom;
 };
 
