@@ -47,6 +47,7 @@ constexpr std::array kLibraries{
     LibraryRow{"Zstandard", QT_TRANSLATE_NOOP("InformationWindow", "zst"), "BSD-3-Clause"},
     LibraryRow{"LZ4", QT_TRANSLATE_NOOP("InformationWindow", "lz4"), "BSD-2-Clause"},
     LibraryRow{"Brotli", QT_TRANSLATE_NOOP("InformationWindow", "br"), "MIT"},
+    LibraryRow{"WavPack", QT_TRANSLATE_NOOP("InformationWindow", "Wave files within zip"), "BSD-3-Clause"},
     LibraryRow{"OpenSSL", QT_TRANSLATE_NOOP("InformationWindow", "Ciphers and checksums"), "Apache-2.0"},
     LibraryRow{"ICU", QT_TRANSLATE_NOOP("InformationWindow", "Text encodings"), "Unicode-3.0"},
     LibraryRow{"uchardet", QT_TRANSLATE_NOOP("InformationWindow", "Finding an encoding out"), "MPL-1.1"},

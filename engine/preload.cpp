@@ -4,6 +4,7 @@
 #include "engine/backends/libarchive_rows.h"
 #include "engine/backends/sevenzip_library.h"
 #include "engine/codecs/late_isal.h"
+#include "engine/codecs/wavpack.h"
 #include "engine/crypto/late_openssl.h"
 #include "engine/registry.h"
 #include "engine/text/late_icu.h"
@@ -15,6 +16,7 @@ void preloadLibraries()
     preloadSevenZipFormats();
     preloadLibarchive();
     (void)opensslLibrary.load();
+    (void)preloadWavPack();
     (void)icuLibrary.load(); // normal forms of passwords
 }
 

@@ -1,9 +1,11 @@
-// Decodes the input with one of zip's own codecs or with PPMd. First byte: which codec; the next: its parameters.
+// Decodes the input with one of the codecs that zip alone has or with PPMd. First byte: which codec; the next: its
+// parameters.
 #include "engine/codecs/deflate64.h"
 #include "engine/codecs/implode.h"
 #include "engine/codecs/ppmd.h"
 #include "engine/codecs/reduce.h"
 #include "engine/codecs/shrink.h"
+#include "engine/codecs/wavpack.h"
 
 #include <cstdlib>
 
@@ -67,6 +69,10 @@ StreamPtr open(unsigned codec, unsigned parameters, StreamPtr packed)
     }
     case 3:
         return openDeflate64(std::move(packed));
+    case 6: {
+        auto stream = openWavPack(std::move(packed), kDeclared);
+        return stream ? std::move(*stream) : windowStream(memorySource(std::vector<std::byte>()));
+    }
     default:
         return openZipPpmd(std::move(packed), kDeclared, 2 << 20);
     }
@@ -79,7 +85,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size < 2)
         return 0;
     const auto packed = std::as_bytes(std::span(data + 2, size - 2));
-    const auto codec = data[0] % 6U;
+    const auto codec = data[0] % 7U;
     if (codec == 5) {
         decodePpmd(packed, data[1]);
         return 0;
@@ -93,7 +99,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             break;
         total += *got;
     }
-    if (codec != 3 && total > kDeclared)
+    if (codec != 3 && codec != 6 && total > kDeclared)
         std::abort();
     return 0;
 }

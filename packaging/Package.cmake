@@ -14,11 +14,11 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# Loaded at run time, not linked: 7-Zip's plug-in library, libarchive, OpenSSL, ISA-L, uchardet, ICU (in the version that
-# the names of its functions carry).
+# Loaded at run time, not linked: 7-Zip's plug-in library, libarchive, OpenSSL, ISA-L, uchardet, libwavpack, ICU (in the
+# version that the names of its functions carry).
 string(REGEX REPLACE "\\..*" "" VANTORO_ICU_MAJOR "${ICU_VERSION}")
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
-    "p7zip-full | 7zip (>= 22), libarchive13 | libarchive13t64, libssl3 | libssl3t64, libicu${VANTORO_ICU_MAJOR}, libuchardet0, libisal2, hicolor-icon-theme")
+    "p7zip-full | 7zip (>= 22), libarchive13 | libarchive13t64, libssl3 | libssl3t64, libicu${VANTORO_ICU_MAJOR}, libuchardet0, libisal2, libwavpack1, hicolor-icon-theme")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
     "qt6-image-formats-plugins, qt6-wayland, qt6-translations-l10n, shared-mime-info, desktop-file-utils")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "python3-nautilus, python3-caja")

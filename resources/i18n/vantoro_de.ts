@@ -669,6 +669,10 @@ Dateien sind Pfade oder file://-URIs. vantoro-cli arbeitet ohne Bildschirm.
         <translation>br</translation>
     </message>
     <message>
+        <source>Wave files within zip</source>
+        <translation>WAV-Dateien in Zip</translation>
+    </message>
+    <message>
         <source>Ciphers and checksums</source>
         <translation>Verschlüsselung und Prüfsummen</translation>
     </message>

@@ -669,6 +669,10 @@ Los archivos son rutas o URI file://. vantoro-cli funciona sin pantalla.
         <translation>br</translation>
     </message>
     <message>
+        <source>Wave files within zip</source>
+        <translation>Archivos WAV dentro de zip</translation>
+    </message>
+    <message>
         <source>Ciphers and checksums</source>
         <translation>Cifrados y sumas de comprobación</translation>
     </message>

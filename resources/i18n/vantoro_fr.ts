@@ -669,6 +669,10 @@ Les fichiers sont des chemins ou des URI file://. vantoro-cli se passe d’écra
         <translation>br</translation>
     </message>
     <message>
+        <source>Wave files within zip</source>
+        <translation>Fichiers WAV dans les zip</translation>
+    </message>
+    <message>
         <source>Ciphers and checksums</source>
         <translation>Chiffrements et sommes de contrôle</translation>
     </message>

@@ -661,6 +661,10 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
         <translation>br</translation>
     </message>
     <message>
+        <source>Wave files within zip</source>
+        <translation>ZIP 内の WAV ファイル</translation>
+    </message>
+    <message>
         <source>Ciphers and checksums</source>
         <translation>暗号化とチェックサム</translation>
     </message>

@@ -661,6 +661,10 @@ Files may be paths or file:// URIs. vantoro-cli works without a display.
         <translation>br</translation>
     </message>
     <message>
+        <source>Wave files within zip</source>
+        <translation>zip 中的 WAV 文件</translation>
+    </message>
+    <message>
         <source>Ciphers and checksums</source>
         <translation>加密与校验和</translation>
     </message>

@@ -1,10 +1,12 @@
 #!/usr/bin/env python3
 """The command line's contract: statuses, streams, questions. usage: cli_test.py PATH_TO/vantoro-cli"""
+import base64
 import gzip
 import json
 import os
 import pty
 import signal
+import struct
 import subprocess
 import sys
 import tarfile
@@ -12,8 +14,14 @@ import tempfile
 import time
 import unittest
 import zipfile
+import zlib
 
 CLI = os.path.abspath(sys.argv.pop(1))
+# A wave file of one sample as WavPack packs it.
+WAVPACK = base64.b64decode(
+    "d3Zwa34AAAAQBAAAAQAAAAAAAAABAAAABRmcFFoAAABoAndhdgAhFlJJRkYmAAAAV0FWRWZtdCAQAAAAAQABAESsAACIWAEA"
+    "AgAQAGRhdGECAAAAQgNXV0dWSAADAAQCHghXCAUDhwsWBQAACQIAAQAAZQIAAAAAKgCKAQAA4/8vAvbYiAo=")
+WAVE = b"RIFF&\0\0\0WAVEfmt \x10\0\0\0\x01\0\x01\0\x44\xac\0\0\x88\x58\x01\0\x02\0\x10\0data\x02\0\0\0\xba\x00"
 
 
 class Cli(unittest.TestCase):
@@ -77,6 +85,17 @@ class Cli(unittest.TestCase):
             packed.write(b"!<arch>\n" + member)
         result = self.run_cli("list", "--json", self.path("x.a.gz"))
         self.assertEqual([json.loads(line)["name"] for line in result.stdout.splitlines()], ["a.txt"], result.stderr)
+
+    def test_a_worker_without_the_library_for_a_zip_makes_room_for_one_that_has_it(self):
+        fields = struct.pack("<HHHHHIIIHH", 20, 0, 97, 0, 33, zlib.crc32(WAVE), len(WAVPACK), len(WAVE), 5, 0)
+        local = b"PK\3\4" + fields + b"a.wav" + WAVPACK
+        entry = b"PK\1\2" + struct.pack("<H", 20) + fields + struct.pack("<HHHII", 0, 0, 0, 0, 0) + b"a.wav"
+        end = b"PK\5\6" + struct.pack("<HHHHIIH", 0, 0, 1, 1, len(entry), len(local), 0)
+        archive = self.put("w.zipx", local + entry + end)
+        for setting in ("", "off"):
+            p = self.run_cli("extract", "-o", self.dir, archive, env={**os.environ, "VANTORO_CAGE": setting})
+            self.assertEqual(p.returncode, 0, p.stderr)
+        self.assertEqual(self.tree(self.dir), {"w.zipx": local + entry + end, "a.wav": WAVE, "a 1.wav": WAVE})
 
     def test_extracts_beside_the_archive_with_a_folder_only_where_it_is_needed(self):
         self.zip("single.zip", {"only.txt": b"x"})

@@ -84,6 +84,7 @@ Result<void> Directory::read(const ByteSource& source, std::uint64_t length, con
 
 void Directory::follow(const DirectoryHeader& header)
 {
+    m_hasWavPack = m_hasWavPack || header.method == Method::WavPack;
     const auto limit = std::numeric_limits<std::uint64_t>::max() / 4; // so that no sum overflows
     m_isOrderly = m_isOrderly && header.localOffset >= m_dataEnd && header.localOffset < limit && header.packed < limit;
     if (m_isOrderly)
@@ -146,6 +147,8 @@ void Directory::setFound(std::uint64_t position)
     m_position = position;
     m_starts = {0};
     m_isDamaged = true;
+    for (std::size_t i = 0; i < size() && !m_hasWavPack; ++i)
+        m_hasWavPack = (*this)[i].method == Method::WavPack;
 }
 
 void Directory::addFound(const LocalHeader& local, std::uint64_t position, ConstBytes name, ConstBytes extra,

@@ -23,6 +23,8 @@ public:
     bool isDamaged() const { return m_isDamaged; }
     /// The entries' data follow one another in the directory's order and end in front of it.
     bool isOrderly() const { return m_isOrderly && m_dataEnd + m_base <= m_position; }
+    /// Not those within an AES wrapper: nobody reads them before a password was asked for.
+    bool hasWavPack() const { return m_hasWavPack; }
     /// Where in the source it begins.
     std::uint64_t position() const { return m_position; }
 
@@ -47,6 +49,7 @@ private:
     std::uint64_t m_dataEnd = 0; // of the entries so far, as far as they are orderly
     bool m_isOrderly = false;
     bool m_isDamaged = false;
+    bool m_hasWavPack = false;
 };
 
 /// OverlappingEntries when two entries share packed data or one reaches into the directory.

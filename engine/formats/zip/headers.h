@@ -43,6 +43,7 @@ enum class Method : std::uint16_t {
     OldZstd = 20,
     Zstd = 93,
     Xz = 95,
+    WavPack = 97,
     Ppmd = 98,
     Aes = 99, ///< the real method is in the extra field
 };

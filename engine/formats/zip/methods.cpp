@@ -8,6 +8,7 @@
 #include "engine/codecs/ppmd.h"
 #include "engine/codecs/reduce.h"
 #include "engine/codecs/shrink.h"
+#include "engine/codecs/wavpack.h"
 #include "engine/codecs/xz.h"
 #include "engine/codecs/zstd.h"
 
@@ -82,6 +83,8 @@ Result<StreamPtr> openMethod(StreamPtr packed, const DirectoryHeader& header, st
         return openZstd(std::move(packed), params);
     case Method::Xz:
         return openXz(std::move(packed), params);
+    case Method::WavPack:
+        return openWavPack(std::move(packed), size, params);
     case Method::Ppmd:
         return openZipPpmd(std::move(packed), size, params.limits.dictionary);
     case Method::Aes:

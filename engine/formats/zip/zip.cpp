@@ -1,5 +1,6 @@
 #include "engine/formats/zip/zip.h"
 
+#include "engine/codecs/wavpack.h"
 #include "engine/formats/zip/parallel_read.h"
 #include "engine/formats/zip/passwords.h"
 #include "engine/formats/zip/salvage.h"
@@ -84,6 +85,9 @@ Result<ArchivePtr> open(SourcePtr source, const OpenContext& context)
     auto volumes = TRY(openVolumes(std::move(source), context));
     auto directory = TRY(openDirectory(volumes, context));
     TRY(checkOverlaps(directory, *volumes.source));
+    // While files can be opened; without the library such entries fail one by one.
+    if (directory.hasWavPack())
+        (void)preloadWavPack();
     return ArchivePtr(std::make_unique<ZipArchive>(std::move(volumes), std::move(directory), context));
 }
 
