@@ -22,6 +22,7 @@ namespace {
 constexpr int kTick = 20; // milliseconds between two looks at the stop flag and the worker's health
 constexpr int kFirstTick = 2; // until threads take what comes of a small archive: most are done by then
 constexpr std::uint64_t kSmallArchive = 256 << 10;
+constexpr std::uint64_t kTinyArchive = 64 << 10; // decoded before a second thread has started
 
 /// The files behind a source, or a sealed copy of it in memory where there are none.
 struct Handover {
@@ -202,7 +203,8 @@ private:
         TRY(ensureOpen());
         Message message;
         message.type = MessageType::Read;
-        message.number = std::min<std::uint64_t>(lanes.count(), m_readers.size());
+        const bool isTiny = m_source->size() <= kTinyArchive;
+        message.number = isTiny ? 1 : std::min<std::uint64_t>(lanes.count(), m_readers.size());
         Descriptor selection;
         std::vector<int> fds;
         if (wish.selection) {
