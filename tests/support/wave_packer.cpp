@@ -27,7 +27,8 @@ std::vector<std::int32_t> samplesOf(const Wave& wave)
     std::vector<std::int32_t> samples(wave.frames * wave.channels);
     for (std::size_t i = 0; i < samples.size(); ++i) {
         const auto noise = static_cast<float>(random() % 1000) / 20'000.0F;
-        const auto level = std::sin(static_cast<float>(i / wave.channels) / 30.0F) * 0.7F + noise;
+        const auto frame = i / wave.channels;
+        const auto level = std::sin(static_cast<float>(frame) / 30.0F) * 0.7F + noise;
         samples[i] = wave.isFloat ? std::bit_cast<std::int32_t>(level)
                                   : static_cast<std::int32_t>(std::ldexp(level, static_cast<int>(wave.bits) - 1));
     }
