@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 
 #include <sys/ioctl.h>
@@ -23,7 +24,7 @@ std::size_t terminalWidth()
 
 std::string timeText(double seconds)
 {
-    const auto whole = static_cast<long>(seconds + 0.5);
+    const auto whole = std::lround(seconds);
     std::array<char, 32> text;
     if (whole >= 3600)
         std::snprintf(text.data(), text.size(), "%ld:%02ld:%02ld", whole / 3600, whole / 60 % 60, whole % 60);
