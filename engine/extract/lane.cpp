@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kRoom = 512 << 10;
 constexpr std::uint64_t kLargeEntry = 1 << 20; ///< worth a thread of its own for writing
-constexpr std::uint64_t kSmallEntry = 256 << 10; ///< takes longer to create and close than to copy
+constexpr std::uint64_t kSmallEntry = 1 << 20; ///< fits one block of the helper, who need not wait for the rest
 constexpr unsigned kWorthHelper = 32; ///< small entries that justify a second thread
 constexpr std::size_t kMostAttributes = 64;
 constexpr std::size_t kMostAttributeBytes = 64 << 10;

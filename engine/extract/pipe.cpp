@@ -9,7 +9,7 @@ namespace vantoro {
 namespace {
 constexpr std::size_t kWorthWaking = 128 << 10; ///< bytes to hand over to a writer that has nothing to do
 constexpr std::size_t kStepsWorthWaking = 64;
-constexpr std::size_t kMostTogether = 256 << 10; ///< of small files: the last of them are waited for
+constexpr std::size_t kMostTogether = 128 << 10; ///< of small files: the last of them are waited for
 constexpr std::size_t kSmallRoom = 64 << 10; ///< less than this is not offered to a decoder
 }
 
