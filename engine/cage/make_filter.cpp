@@ -132,5 +132,6 @@ int main(int argc, char** argv)
     const bool isTree = filter && seccomp_attr_set(filter, SCMP_FLTATR_CTL_OPTIMIZE, 2) == 0;
     std::FILE* const out = argc == 2 ? std::fopen(argv[1], "w") : nullptr;
     const bool isMade = isTree && out && addRules(filter) && writeTable(filter, out);
+    seccomp_release(filter);
     return isMade && std::fclose(out) == 0 ? 0 : 1;
 }
