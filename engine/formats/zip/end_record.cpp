@@ -108,9 +108,9 @@ Result<std::optional<EndRecord>> findEndRecord(const ByteSource& source)
     const auto size = source.size();
     const auto tailSize = static_cast<std::size_t>(std::min<std::uint64_t>(size, kEndSize + kMaxComment));
     const auto tailStart = size - tailSize;
-    if (tailSize < kEndSize)
+    const auto tail = TRY(readBlock(source, tailStart, tailSize)); // shorter where the file was cut meanwhile
+    if (tail.size() < kEndSize)
         return std::optional<EndRecord>();
-    const auto tail = TRY(readBlock(source, tailStart, tailSize));
     std::optional<ShortEnd> best;
     auto before = tail.size() - kEndSize + 1;
     while (const void* const found = ::memrchr(tail.data(), 'P', before)) {
