@@ -333,7 +333,8 @@ TEST_F(SevenZip, opensTheOnlyPartitionOfADisk)
     constexpr std::size_t kStart = 2048; // in sectors
     std::string disk(kStart * 512, '\0');
     const auto put = [&](std::size_t at, std::uint32_t value) { std::memcpy(disk.data() + at, &value, 4); };
-    disk[446 + 4] = '\x83'; // Linux
+    put(446, 0x00'21'20'00); // cylinder, head, sector: some versions ask for them
+    put(446 + 4, 0xFF'FF'FE'83); // Linux, and its end
     put(446 + 8, kStart);
     put(446 + 12, 4096);
     disk[510] = '\x55';
