@@ -42,7 +42,7 @@ std::string archiveStem(std::string_view fileName);
 /// even when it is updated meanwhile.
 void holdDecoders();
 
-/// Call at the start of a program that ends with its last archive: it does not wait for its decoders to be gone.
+/// Call at the start of a program that ends with its last archive: it waits for its decoders to be gone at its own end.
 void leaveDecodersBehind();
 
 /// A sentence about the process in which decoders run: "decoders run confined", or what is missing.

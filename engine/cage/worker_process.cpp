@@ -143,13 +143,19 @@ Result<std::uint32_t> awaitReady(const Channel& channel)
     return static_cast<std::uint32_t>((*ready)->message.number);
 }
 
-/// Killed workers that nobody waits for: taking a process apart costs as much as listing a small archive.
+/// Killed workers that are waited for at the end of the program: taking a process apart costs as much as listing a
+/// small archive, and what is left to do can be done meanwhile.
 class Departed {
 public:
     static Departed& instance()
     {
         static Departed departed;
         return departed;
+    }
+    ~Departed()
+    {
+        for (const auto pid : m_pids)
+            while (::waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {}
     }
     void accept() { m_isAccepting = true; }
     /// False when the process has to be waited for.

@@ -37,8 +37,8 @@ std::string workerProgram();
 /// Has workers run the program that is there now, whatever an update puts in its place later.
 void holdWorkerProgram();
 
-/// For a program that ends with its last archive: from now on nobody waits for a killed worker to be gone. What is left
-/// of it is collected when the next one starts, or by the system when the program ends.
+/// For a program that ends with its last archive: from now on a killed worker is not waited for at once, but when the
+/// next one starts or the program ends.
 void leaveWorkersBehind();
 
 /// What the worker's command line says; the usual where it says nothing.
