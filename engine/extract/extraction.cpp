@@ -309,8 +309,7 @@ private:
             return {};
         if (m_options.folder == FolderMode::Never)
             return moveAll(placer, top);
-        if (!m_workspace->isInMemory())
-            TRY(m_workspace->flush(m_cancel));
+        TRY(m_workspace->flush(m_cancel));
         TRY(m_cancel.check());
         m_report.wasSolo = m_options.folder == FolderMode::Auto && top.size() == 1;
         m_report.createdItem = TRY(m_report.wasSolo ? moveSolo(placer, top.front()) : moveRoot());

@@ -159,8 +159,7 @@ Result<void> FileWriter::discard()
         return unlink();
     }
     TRY(seal());
-    m_placer.setKeptBroken(m_plan.node,
-                           TRY(renameToDamaged(m_plan.folder->get(), m_plan.name, m_plan.name, m_plan.folder->get())));
+    m_placer.setKeptBroken(m_plan.node, TRY(renameToDamaged(m_plan.folder->get(), m_plan.name)));
     return {};
 }
 

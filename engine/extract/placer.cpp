@@ -231,7 +231,7 @@ Result<void> Placer::takeBack(NodeId node, bool keepBroken)
     const std::string name(m_tree.diskName(node));
     setPlaced(node, false);
     if (keepBroken) {
-        setKeptBroken(node, TRY(renameToDamaged(folder->get(), name, name, folder->get())));
+        setKeptBroken(node, TRY(renameToDamaged(folder->get(), name)));
         return {};
     }
     if (::unlinkat(folder->get(), name.c_str(), 0) != 0 && errno != ENOENT

@@ -124,6 +124,6 @@ private:
 };
 
 /// "name.damaged", or the next free one like it, for a file that is kept although it is not whole. Returns the name.
-Result<std::string> renameToDamaged(int folder, const std::string& name, const std::string& wanted, int targetFolder);
+Result<std::string> renameToDamaged(int folder, const std::string& name);
 
 }

@@ -54,13 +54,13 @@ Result<void> copyContent(int from, int to)
 
 }
 
-Result<std::string> renameToDamaged(int folder, const std::string& name, const std::string& wanted, int targetFolder)
+Result<std::string> renameToDamaged(int folder, const std::string& name)
 {
     constexpr std::string_view kSuffix = ".damaged";
-    const auto base = shortenedName(wanted, kMostNameBytes - kSuffix.size()).append(kSuffix);
+    const auto base = shortenedName(name, kMostNameBytes - kSuffix.size()).append(kSuffix);
     auto target = base;
     for (unsigned number = 1; number < kMostNumbers; ++number) {
-        const int reason = renameNoReplace(folder, name.c_str(), targetFolder, target.c_str());
+        const int reason = renameNoReplace(folder, name.c_str(), folder, target.c_str());
         if (reason == 0)
             return target;
         if (reason != EEXIST)

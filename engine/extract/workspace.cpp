@@ -114,6 +114,8 @@ bool Workspace::hasForeignLink(const std::string& name) const
 
 Result<void> Workspace::flush(const CancelToken& cancel) const
 {
+    if (m_isInMemory)
+        return {};
     // On a slow stick this takes minutes and cannot be interrupted: a thread of its own is left to it then.
     const auto flush = std::make_shared<Flush>();
     flush->folder = TRY(openFolderForReading(m_hidden.fd(), "."));
